@@ -1,0 +1,83 @@
+#pragma once
+// ZenkorModule: the game's toolbox of free functions with no state of their own beyond
+// the game folder. Every text that passes through here is bytes (std::string holds
+// codes 0 to 255 as they are); nothing is ever re-encoded, because hiscore.hi and the
+// checksum line of a level set hold enciphered codes above 127.
+//
+// Paths are stored the way the game's files write them: the game folder from AppPath()
+// with its closing backslash, plus a relative part with backslashes
+// ("levels\default\levels.set"). Only where a file is opened is the stored form mapped
+// to a real path (NativePath), with a case-insensitive match of each name where the
+// exact one is missing, so that sets made on case-blind systems load.
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tolva {
+
+// ---- ini files ---------------------------------------------------------------------
+// The behaviour of the classic profile-string functions: section and key names match
+// without regard to case; a missing file, section or key gives an empty text; values
+// are trimmed and cut at 2047 bytes.
+std::string ReadIni(const std::string& fileName, const std::string& section, const std::string& key);
+// Replaces the key where it stands, or adds it at the end of its section, making file
+// and section as needed. Lines are written with CR LF. The file is rewritten through a
+// temporary file renamed into place. Gives false if the file could not be written.
+bool WriteIni(const std::string& fileName, const std::string& section, const std::string& key,
+              const std::string& value);
+
+// ---- Crypter -----------------------------------------------------------------------
+// Each code of the text steps `key` times through 32..255 (up and wrapping to 32 for
+// EncryptNumber, down and wrapping to 255 for DecryptNumber). A key of 0 or less
+// leaves the text as it is. A key above 32766 raises GameError 10, source "Crypter".
+std::string EncryptNumber(const std::string& text, std::int32_t key);
+std::string DecryptNumber(const std::string& text, std::int32_t key);
+
+// The keys of level sets: the default set's and every other set's.
+extern const std::int16_t DefaultSetKey;
+extern const std::int16_t OtherSetKey;
+
+// ---- numbers -----------------------------------------------------------------------
+// The leading decimal number of a text (blanks, sign, digits, fraction, exponent), 0 if
+// the text does not start with one.
+double Val(const std::string& text);
+// Rounding to the nearest whole number with ties to the even one, saturated at the
+// type's limits.
+std::int16_t CInt(double value);
+std::int32_t CLng(double value);
+// A number as decimal text without a leading blank: whole numbers without a point,
+// others with up to 15 significant digits.
+std::string NumberText(double value);
+double Floor(double value);
+double Ceil(double value);
+
+// ---- files and folders -------------------------------------------------------------
+// The game folder with a closing backslash, as a stored path. The default is the
+// executable's folder; SetAppPath changes it (from --game-dir DIR).
+std::string AppPath();
+void SetAppPath(const std::string& folder);
+// Reads "--game-dir DIR" from the command line if present, else the executable's folder.
+void InitAppPath(int argc, char** argv);
+
+// A stored path (backslashes, maybe the wrong case) as a path this system opens.
+std::string NativePath(const std::string& storedPath);
+
+bool FileExists(const std::string& path);
+bool FolderExists(const std::string& path);
+void ClearFileAttributes(const std::string& path);
+// Names of the folders directly under `path`, without "." and "..". Adds a closing
+// backslash to `path` if it has none, in the caller's variable too.
+std::vector<std::string> ListSubfolders(std::string& path);
+// The file's bytes; false if it could not be read.
+bool ReadWholeFile(const std::string& path, std::string& contents);
+// Replaces the file with `text`, no line end added. `doEvents` (if given) runs before
+// the old file is cleared and before it is deleted. Gives 0, or -1 after a failure.
+int WriteWholeFile(const std::string& path, const std::string& text,
+                   const std::function<void()>& doEvents = {});
+// The text behind the last dot of the name, with the dot if `withDot`; empty if no dot.
+std::string GetFileExtension(const std::string& fileName, bool withDot);
+// Blocks the thread for `ms` milliseconds.
+void Pause(std::int32_t ms);
+
+} // namespace tolva
