@@ -75,9 +75,9 @@ void HeadlessEventLoop::RunDue() {
     for (auto* t : timers_)
         if (t->enabled_ && !t->ticking_ && t->deadline_ <= now_) due.emplace_back(t->deadline_, t->order_);
     std::sort(due.begin(), due.end());
-    for (const auto& [deadline, order] : due) {
-        auto it = std::find_if(timers_.begin(), timers_.end(), [&](const VirtualTimer* t) {
-            return t->order_ == order && t->deadline_ == deadline;
+    for (const auto& entry : due) {
+        auto it = std::find_if(timers_.begin(), timers_.end(), [&entry](const VirtualTimer* t) {
+            return t->deadline_ == entry.first && t->order_ == entry.second;
         });
         if (it == timers_.end()) continue;
         VirtualTimer* t = *it;
