@@ -19,11 +19,14 @@ namespace tolva {
 // ---- ini files ---------------------------------------------------------------------
 // The behaviour of the classic profile-string functions: section and key names match
 // without regard to case; a missing file, section or key gives an empty text; values
-// are trimmed and cut at 2047 bytes.
+// are trimmed, lose a matching pair of enclosing quotes, and are cut at 2047 bytes.
 std::string ReadIni(const std::string& fileName, const std::string& section, const std::string& key);
 // Replaces the key where it stands, or adds it at the end of its section, making file
 // and section as needed. Lines are written with CR LF. The file is rewritten through a
-// temporary file renamed into place. Gives false if the file could not be written.
+// temporary file renamed into place. Gives false, changing nothing, if the file could
+// not be written (missing folder, read-only file) or if the text could not be read back
+// as written (a line break or NUL anywhere, '=' in the key, a key starting with ';' or
+// '[').
 bool WriteIni(const std::string& fileName, const std::string& section, const std::string& key,
               const std::string& value);
 
@@ -34,7 +37,9 @@ bool WriteIni(const std::string& fileName, const std::string& section, const std
 std::string EncryptNumber(const std::string& text, std::int32_t key);
 std::string DecryptNumber(const std::string& text, std::int32_t key);
 
-// The keys of level sets: the default set's and every other set's.
+// The keys of level sets: the default set's and every other set's. With the entry
+// numbers 0..9 added they stay within 62..108, where no printable ASCII code enciphers
+// to a byte that means something in an ini file.
 extern const std::int16_t DefaultSetKey;
 extern const std::int16_t OtherSetKey;
 
@@ -66,8 +71,9 @@ std::string NativePath(const std::string& storedPath);
 bool FileExists(const std::string& path);
 bool FolderExists(const std::string& path);
 void ClearFileAttributes(const std::string& path);
-// Names of the folders directly under `path`, without "." and "..". Adds a closing
-// backslash to `path` if it has none, in the caller's variable too.
+// Names of the folders directly under `path`, in the file system's order, without "."
+// and "..". Adds a closing backslash to `path` if it ends in no separator, in the
+// caller's variable too.
 std::vector<std::string> ListSubfolders(std::string& path);
 // The file's bytes; false if it could not be read.
 bool ReadWholeFile(const std::string& path, std::string& contents);
@@ -76,6 +82,7 @@ bool ReadWholeFile(const std::string& path, std::string& contents);
 int WriteWholeFile(const std::string& path, const std::string& text,
                    const std::function<void()>& doEvents = {});
 // The text behind the last dot of the name, with the dot if `withDot`; empty if no dot.
+// Only the last name of a path is looked at: a dot in a folder name is no extension.
 std::string GetFileExtension(const std::string& fileName, bool withDot);
 // Blocks the thread for `ms` milliseconds.
 void Pause(std::int32_t ms);

@@ -1,0 +1,41 @@
+#pragma once
+// Helpers shared by the source files of ZenkorModule and nobody else: byte-text
+// comparisons (ASCII case folding only, since names in the game's files are opaque bytes
+// and a code above 127 must never fold into another one) and the low-level file access
+// that the ini writer and WriteWholeFile have in common.
+#include <string>
+#include <string_view>
+
+namespace tolva::detail {
+
+inline bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+
+inline std::string_view TrimBlanks(std::string_view text) {
+    std::size_t first = 0;
+    std::size_t last = text.size();
+    while (first < last && IsBlank(text[first])) ++first;
+    while (last > first && IsBlank(text[last - 1])) --last;
+    return text.substr(first, last - first);
+}
+
+inline char FoldAscii(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; }
+
+inline bool EqualsNoCase(std::string_view a, std::string_view b) {
+    if (a.size() != b.size()) return false;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        if (FoldAscii(a[i]) != FoldAscii(b[i])) return false;
+    return true;
+}
+
+// Reads a regular file (a native path) into `contents`. Gives false, leaving `contents`
+// as it was, for a missing file, a folder, a device or pipe (never blocks on one), or a
+// read error.
+bool ReadFileBytes(const std::string& nativePath, std::string& contents);
+
+// Replaces the file at `nativePath` with `bytes`: they go to a temporary file in the same
+// folder, which is then renamed over the old one, so that a crash leaves either the old
+// file or the new one, never half of it. An existing file keeps its permission bits; a
+// symbolic link stays a link and its target is replaced. Gives false if nothing changed.
+bool ReplaceFileContents(const std::string& nativePath, const std::string& bytes);
+
+} // namespace tolva::detail
