@@ -1,0 +1,112 @@
+#include "settings/GameSettings.h"
+
+#include "support/TempFolder.h"
+#include "support/ZenkorModule.h"
+
+#include <gtest/gtest.h>
+
+using tolva::GameSettings;
+using tolva::LevelModule;
+using tolva::testing::TempFolder;
+
+TEST(GameSettings, MissingFileGivesEveryDefault) {
+    TempFolder dir;
+    const GameSettings s = GameSettings::Read(dir / "tolva2.ini");
+    const GameSettings defaults;
+    EXPECT_EQ(s.LevelSetPath, "levels\\default\\");
+    EXPECT_EQ(s.HiscoreUrl, defaults.HiscoreUrl);
+    EXPECT_NE(s.HiscoreUrl.find("/tolva2/updatehiscore.asp"), std::string::npos);
+    EXPECT_EQ(s.UpdateDelay, 200);
+    EXPECT_EQ(s.PlaySounds, 1);
+    EXPECT_EQ(s.PlayMusic, 1);
+    EXPECT_EQ(s.ShowBonusCounter, 1);
+    EXPECT_EQ(s.HuntDelay, 0);
+    EXPECT_TRUE(s.AniDraw && s.MakeStat && s.SupplyStatFile && s.DrawUsingBackBuffer && s.PlayAnimations);
+    EXPECT_FALSE(s.UseExternalMusicFile);
+    EXPECT_TRUE(s.ExtMusicPath.empty());
+    EXPECT_TRUE(GameSettings::IsFirstUse(dir / "tolva2.ini"));
+}
+
+TEST(GameSettings, ValuesAreReadInTheirFormsAndWrittenBackSo) {
+    TempFolder dir;
+    dir.Write("tolva2.ini",
+              "[MAIN]\r\n"
+              "makestat=2\r\n"           // a flag is true only for 1
+              "playsounds=2\r\n"         // a number stays what it is
+              "playmusic=yes\r\n"        // no number: 0
+              "updatedelay=1\r\n"        // raised to 2
+              "huntdelay= 7.5 \r\n"      // rounded to even
+              "ANIDRAW=0\r\n"
+              "levelset=\r\n"            // empty: the default set, no complaint
+              "ExtMusicPath=/home/me/music\r\n"
+              "extmusicfile=Song.XM\r\n"
+              "notfirstuse=YES\r\n"
+              "mine=kept\r\n");
+    GameSettings s = GameSettings::Read(dir / "tolva2.ini");
+    EXPECT_FALSE(s.MakeStat);
+    EXPECT_EQ(s.PlaySounds, 2);
+    EXPECT_EQ(s.PlayMusic, 0);
+    EXPECT_EQ(s.UpdateDelay, 2);
+    EXPECT_EQ(s.HuntDelay, 8);
+    EXPECT_FALSE(s.AniDraw);
+    EXPECT_EQ(s.LevelSetPath, "levels\\default\\");
+    EXPECT_EQ(s.ExtMusicPath, "/home/me/music\\");
+    EXPECT_EQ(s.ExtMusicFile, "Song.XM");
+    EXPECT_FALSE(GameSettings::IsFirstUse(dir / "tolva2.ini"));
+
+    ASSERT_TRUE(s.Write(dir / "tolva2.ini"));
+    const std::string ini = dir / "tolva2.ini";
+    EXPECT_EQ(tolva::ReadIni(ini, "main", "makestat"), "0");
+    EXPECT_EQ(tolva::ReadIni(ini, "main", "playsounds"), "2");
+    EXPECT_EQ(tolva::ReadIni(ini, "main", "updatedelay"), "2");
+    EXPECT_EQ(tolva::ReadIni(ini, "main", "extmusicpath"), "/home/me/music\\");
+    // Keys the settings do not own survive the rewrite.
+    EXPECT_EQ(tolva::ReadIni(ini, "main", "notfirstuse"), "YES");
+    EXPECT_EQ(tolva::ReadIni(ini, "main", "mine"), "kept");
+    // And what was written reads back the same.
+    const GameSettings again = GameSettings::Read(ini);
+    EXPECT_EQ(again.HuntDelay, 8);
+    EXPECT_EQ(again.PlayMusic, 0);
+    EXPECT_EQ(again.ExtMusicPath, s.ExtMusicPath);
+}
+
+TEST(GameSettings, NewFileIsWrittenInTheGamesKeyOrder) {
+    TempFolder dir;
+    GameSettings s;
+    s.UpdateDelay = 350;
+    ASSERT_TRUE(s.Write(dir / "tolva2.ini"));
+    const std::string text = dir.Read("tolva2.ini");
+    const char* order[] = {"HiscoreUrl=", "levelset=", "showbonuscounter=", "playsounds=", "playmusic=",
+                           "updatedelay=350", "huntdelay=", "anidraw=1", "makestat=", "supplystatfile=",
+                           "drawusingbackbuffer=", "playanimations=", "UseExternalMusicFile=0",
+                           "extmusicpath=", "extmusicfile="};
+    std::size_t at = 0;
+    for (const char* key : order) {
+        const auto found = text.find(key, at);
+        ASSERT_NE(found, std::string::npos) << key << " missing or out of order in:\n" << text;
+        at = found;
+    }
+    EXPECT_EQ(text.rfind("[main]\r\n", 0), 0u);
+
+    ASSERT_TRUE(GameSettings::MarkFirstUseDone(dir / "tolva2.ini"));
+    EXPECT_FALSE(GameSettings::IsFirstUse(dir / "tolva2.ini"));
+}
+
+TEST(GameSettings, TravelsThroughTheGameVariablesUnchanged) {
+    GameSettings s;
+    s.PlaySounds = 0;
+    s.MakeStat = false;
+    s.HuntDelay = 12;
+    s.ExtMusicFile = "a.mod";
+    LevelModule game;
+    s.ApplyTo(game);
+    EXPECT_EQ(game.PlaySounds, 0);
+    EXPECT_FALSE(game.MakeStat);
+    EXPECT_EQ(game.HuntDelaySetting, 12);
+    GameSettings back;
+    back.TakeFrom(game);
+    EXPECT_EQ(back.PlaySounds, 0);
+    EXPECT_FALSE(back.MakeStat);
+    EXPECT_EQ(back.HuntDelay, 12);
+    EXPECT_EQ(back.ExtMusicFile, "a.mod");
+}

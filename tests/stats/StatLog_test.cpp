@@ -1,0 +1,94 @@
+#include "stats/StatLog.h"
+
+#include "support/TempFolder.h"
+#include "support/ZenkorModule.h"
+
+#include <gtest/gtest.h>
+
+using tolva::LevelTally;
+using tolva::ReadIni;
+using tolva::StatLog;
+using tolva::testing::TempFolder;
+
+namespace {
+LevelTally Tally(std::int16_t clicks, std::array<std::int16_t, 6> spells = {}) {
+    LevelTally t;
+    t.LevelClicks = clicks;
+    t.SpellClicks = spells;
+    return t;
+}
+} // namespace
+
+TEST(StatLog, FinishedRunsKeepTheBestAndWorstAndCountPlays) {
+    TempFolder dir;
+    const StatLog log(dir / "stat.ini");
+
+    LevelTally run = Tally(12, {0, 2, 0, 0, 0, 0});
+    log.WriteStat(7, false, true, run);
+    EXPECT_EQ(run.LevelClicks, 0);
+    EXPECT_EQ(run.SpellClicks[1], 0);
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL7", "minclicks"), "12");
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL7", "maxclicks"), "12");
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL7", "SPELL1_min"), "2");
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL7", "SPELL1_max"), "2");
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL7", "played"), "1");
+    // Unused spells create no keys.
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL7", "SPELL0_min"), "");
+
+    run = Tally(9, {0, 5, 0, 0, 0, 0});
+    log.WriteStat(7, false, true, run);
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL7", "MINCLICKS"), "9");
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL7", "MAXCLICKS"), "12");
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL7", "SPELL1_min"), "2");
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL7", "SPELL1_max"), "5");
+    EXPECT_EQ(log.ClickTarget(7), 9);
+    EXPECT_EQ(log.ClickTarget(8), -1);
+
+    // A run of no clicks writes a minimum of 0, which the next run then overwrites.
+    run = Tally(0);
+    log.WriteStat(7, false, true, run);
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL7", "MINCLICKS"), "0");
+    run = Tally(15);
+    log.WriteStat(7, false, true, run);
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL7", "MINCLICKS"), "15");
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL7", "MAXCLICKS"), "15");
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL7", "PLAYED"), "4");
+}
+
+TEST(StatLog, LostRunsCountOnlyGameOverAndPlays) {
+    TempFolder dir;
+    const StatLog log(dir / "stat.ini");
+    LevelTally run = Tally(30, {1, 0, 0, 0, 0, 0});
+    log.WriteStat(3, true, true, run);
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL3", "GAMEOVER"), "1");
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL3", "PLAYED"), "1");
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL3", "MINCLICKS"), "");
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL3", "SPELL0_min"), "");
+    EXPECT_EQ(run.LevelClicks, 0);
+    EXPECT_EQ(run.SpellClicks[0], 0);
+}
+
+TEST(StatLog, OtherSetsLogNothingAndDamagedValuesStopTheLog) {
+    TempFolder dir;
+    const StatLog log(dir / "stat.ini");
+    LevelTally run = Tally(4, {0, 0, 3, 0, 0, 0});
+    log.WriteStat(1, false, false, run);
+    EXPECT_FALSE(tolva::FileExists(log.File()));
+    EXPECT_EQ(run.LevelClicks, 0);
+    EXPECT_EQ(run.SpellClicks[2], 3);   // only the clicks are cleared
+
+    // A count at the top of the range is not pushed past it, and the counters stay.
+    dir.Write("stat.ini", "[LEVEL2]\r\nplayed=32767\r\nmaxclicks=99999\r\n");
+    run = Tally(6);
+    log.WriteStat(2, true, true, run);
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL2", "played"), "32767");
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL2", "gameover"), "1");
+    EXPECT_EQ(run.LevelClicks, 6);
+    // An out-of-range stored maximum stops a finished run before anything of it is written.
+    log.WriteStat(2, false, true, run);
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL2", "minclicks"), "");
+    EXPECT_EQ(run.LevelClicks, 6);
+    // Words where numbers belong read as 0.
+    dir.Write("stat.ini", "[LEVEL5]\r\nminclicks=lots\r\n");
+    EXPECT_EQ(log.ClickTarget(5), 0);
+}
