@@ -1,0 +1,24 @@
+#include "support/platform/ScriptedDialogs.h"
+
+namespace tolva {
+
+MessageResult ScriptedDialogs::MessageBox(const std::string& text, const std::string& title, MessageIcon icon,
+                                          MessageButtons buttons) {
+    shown_.push_back({false, text, title, icon, buttons, {}});
+    if (messageAnswers_.empty()) return MessageResult::Ok;
+    const MessageResult answer = messageAnswers_.front();
+    messageAnswers_.pop_front();
+    // A box with only OK can't be cancelled.
+    return buttons == MessageButtons::Ok ? MessageResult::Ok : answer;
+}
+
+std::string ScriptedDialogs::InputBox(const std::string& prompt, const std::string& title,
+                                      const std::string& offered) {
+    shown_.push_back({true, prompt, title, MessageIcon::None, MessageButtons::OkCancel, offered});
+    if (inputAnswers_.empty()) return offered;
+    std::string answer = std::move(inputAnswers_.front());
+    inputAnswers_.pop_front();
+    return answer;
+}
+
+} // namespace tolva

@@ -1,0 +1,39 @@
+#pragma once
+// Dialogs of the headless platform: each box is written down, and answered from a script
+// of answers queued beforehand. A box with no answer queued gets what pressing Enter
+// gives: OK, or the text offered in an input box.
+#include "support/platform/Dialogs.h"
+
+#include <deque>
+#include <string>
+#include <vector>
+
+namespace tolva {
+
+class ScriptedDialogs final : public Dialogs {
+public:
+    struct Shown {
+        bool Input = false;           // an input box rather than a message box
+        std::string Text;             // the message, or the prompt
+        std::string Title;
+        MessageIcon Icon = MessageIcon::None;
+        MessageButtons Buttons = MessageButtons::Ok;
+        std::string Offered;          // input boxes only
+    };
+
+    MessageResult MessageBox(const std::string& text, const std::string& title, MessageIcon icon,
+                             MessageButtons buttons) override;
+    std::string InputBox(const std::string& prompt, const std::string& title, const std::string& offered) override;
+
+    void QueueMessageAnswer(MessageResult answer) { messageAnswers_.push_back(answer); }
+    void QueueInputAnswer(std::string answer) { inputAnswers_.push_back(std::move(answer)); }
+
+    const std::vector<Shown>& ShownBoxes() const { return shown_; }
+
+private:
+    std::deque<MessageResult> messageAnswers_;
+    std::deque<std::string> inputAnswers_;
+    std::vector<Shown> shown_;
+};
+
+} // namespace tolva

@@ -1,0 +1,196 @@
+#pragma once
+// Shared fixtures of the board tests: boards written as a few lines of text, a listener
+// that writes the 14 events down in order, and a board on the headless platform.
+//
+// Board text, one character per cell, one string per row from the top:
+//   '.' empty (-1)   '0'..'9' a brick of that colour   'X' the reserved value 10
+//   'a'..'f' a spell lying on the board (11..16: "BOUNCING SAW" .. "UMBRELLA")
+// Spell text, the same shape: '.' no hidden spell, '0'..'5' the spell hidden there.
+// The side of the board is the number of rows.
+#include "board/BoardListener.h"
+#include "board/LevelModule.h"
+#include "board/TolvaBoard.h"
+#include "support/platform/HeadlessPlatform.h"
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tolva::testing {
+
+inline std::int16_t CellFromChar(char c) {
+    if (c == '.') return CellEmpty;
+    if (c == 'X') return ReservedCell;
+    if (c >= '0' && c <= '9') return static_cast<std::int16_t>(c - '0');
+    if (c >= 'a' && c <= 'f') return static_cast<std::int16_t>(FirstSpellCell + (c - 'a'));
+    ADD_FAILURE() << "unknown cell character '" << c << "'";
+    return CellEmpty;
+}
+
+inline char CharFromCell(std::int16_t v) {
+    if (v == CellEmpty) return '.';
+    if (v == ReservedCell) return 'X';
+    if (v >= 0 && v <= 9) return static_cast<char>('0' + v);
+    if (v >= FirstSpellCell && v < FirstSpellCell + SpellCount) return static_cast<char>('a' + (v - FirstSpellCell));
+    return '?';
+}
+
+// Fills a level record from board text; the side is the number of rows.
+inline void FillLevel(LevelRecord& level, const std::string& name, const std::vector<std::string>& rows,
+                      const std::vector<std::string>& spells = {}) {
+    level = LevelRecord();
+    level.LevelName = name;
+    level.levelbricks = static_cast<std::int16_t>(rows.size());
+    for (std::size_t y = 0; y < rows.size(); ++y)
+        for (std::size_t x = 0; x < rows[y].size(); ++x)
+            level.BrickGrid(static_cast<int>(x), static_cast<int>(y)) = CellFromChar(rows[y][x]);
+    for (std::size_t y = 0; y < spells.size(); ++y)
+        for (std::size_t x = 0; x < spells[y].size(); ++x)
+            if (spells[y][x] != '.')
+                level.SpellGrid(static_cast<int>(x), static_cast<int>(y)) = static_cast<std::int16_t>(spells[y][x] - '0');
+}
+
+// Writes every event down as "Name(args)", and lets a test act inside a handler.
+class RecordingListener final : public BoardListener {
+public:
+    std::vector<std::string> Log;
+    // Called after each event is written down, with its text.
+    std::function<void(const std::string&)> OnEvent;
+
+    // The events so far, and a fresh log.
+    std::vector<std::string> Take() {
+        auto out = std::move(Log);
+        Log.clear();
+        return out;
+    }
+
+    void BricksRemoved(std::int16_t n) override { Add("BricksRemoved(" + std::to_string(n) + ")"); }
+    void MouseMove(std::int16_t x, std::int16_t y) override {
+        Add("MouseMove(" + std::to_string(x) + "," + std::to_string(y) + ")");
+    }
+    void GameOver() override { Add("GameOver"); }
+    void NewScore(double p) override { Add("NewScore(" + Number(p) + ")"); }
+    void NewSpell(std::int16_t s) override { Add("NewSpell(" + std::to_string(s) + ")"); }
+    void NewLevel(std::int16_t l) override { Add("NewLevel(" + std::to_string(l) + ")"); }
+    void SpellUsed(std::int16_t s) override { Add("SpellUsed(" + std::to_string(s) + ")"); }
+    void BonusScore(double b, std::int16_t t) override {
+        Add("BonusScore(" + Number(b) + "," + std::to_string(t) + ")");
+    }
+    void BonusTimes(std::int16_t t) override { Add("BonusTimes(" + std::to_string(t) + ")"); }
+    void CanDoNextMove() override { Add("CanDoNextMove"); }
+    void ResourceLoaded(const std::string& r) override { Add("ResourceLoaded(" + r + ")"); }
+    void SpellInUse(bool u) override { Add(std::string("SpellInUse(") + (u ? "true" : "false") + ")"); }
+    void RemoveClick(std::int16_t l) override { Add("RemoveClick(" + std::to_string(l) + ")"); }
+    void SpellClick(std::int16_t s, std::int16_t l) override {
+        Add("SpellClick(" + std::to_string(s) + "," + std::to_string(l) + ")");
+    }
+
+private:
+    static std::string Number(double v) {
+        std::string s = std::to_string(v);
+        s.erase(s.find_last_not_of('0') + 1);
+        if (!s.empty() && s.back() == '.') s.pop_back();
+        return s;
+    }
+    void Add(const std::string& e) {
+        Log.push_back(e);
+        if (OnEvent) OnEvent(e);
+    }
+};
+
+// Random numbers given by the test, one after the other.
+class SequenceRandom final : public Random {
+public:
+    std::deque<double> Values;
+    double Next() override {
+        if (Values.empty()) {
+            ADD_FAILURE() << "SequenceRandom ran out of values";
+            return 0;
+        }
+        const double v = Values.front();
+        Values.pop_front();
+        return v;
+    }
+    void Seed(std::uint64_t) override {}
+};
+
+// A board on the headless platform with its own game variables. The level table lives on
+// the heap: 100 records of two 40 x 40 grids are too much for a test's stack.
+class BoardFixture {
+public:
+    explicit BoardFixture(Random* rng = nullptr)
+        : Game(std::make_unique<LevelModule>()),
+          Board(*Game, MakePlatform(rng), Events) {}
+
+    HeadlessPlatform Host;
+    std::unique_ptr<LevelModule> Game;
+    RecordingListener Events;
+    TolvaBoard Board;
+
+    // Puts board text into level `number` (1..100).
+    void SetLevel(int number, const std::vector<std::string>& rows, const std::vector<std::string>& spells = {}) {
+        FillLevel(Game->Levels[static_cast<std::size_t>(number - 1)], "LEVEL " + std::to_string(number), rows, spells);
+    }
+    // Puts board text into level 1 and starts it; the events of the start are dropped.
+    void Start(const std::vector<std::string>& rows, const std::vector<std::string>& spells = {}) {
+        SetLevel(1, rows, spells);
+        std::int16_t level = 1;
+        Board.NewGame(level);
+        Events.Take();
+        Host.Surface.ClearRecords();
+    }
+    // The board in use as text.
+    std::vector<std::string> Rows() const {
+        std::vector<std::string> rows;
+        const int n = Board.xBricks();
+        for (int y = 0; y < n; ++y) {
+            std::string row;
+            for (int x = 0; x < n; ++x) row += CharFromCell(Board.Bricks(x, y));
+            rows.push_back(row);
+        }
+        return rows;
+    }
+    // The hidden spells of the board in use as spell text.
+    std::vector<std::string> SpellRows() const {
+        std::vector<std::string> rows;
+        const int n = Board.xBricks();
+        for (int y = 0; y < n; ++y) {
+            std::string row;
+            for (int x = 0; x < n; ++x) {
+                const std::int16_t s = Board.Spells(x, y);
+                row += s < 0 ? '.' : static_cast<char>('0' + s);
+            }
+            rows.push_back(row);
+        }
+        return rows;
+    }
+    // A left click in the middle of cell (x, y), by the same road as automatic play.
+    void Click(int x, int y, std::int16_t button = 1) {
+        float fx = static_cast<float>(x), fy = static_cast<float>(y);
+        Board.ClickOnBrick(fx, fy, button);
+    }
+    // The cells painted since the last ClearRecords, as "x,y:Picture" in painting order.
+    std::vector<std::string> PaintedCells() const {
+        std::vector<std::string> out;
+        const double w = Host.Surface.ScaleWidth() / Board.xBricks();
+        const double h = Host.Surface.ScaleHeight() / Board.xBricks();
+        for (const auto& r : Host.Surface.Records()) {
+            const int x = static_cast<int>(r.Target.Left / w + 0.5);
+            const int y = static_cast<int>(r.Target.Top / h + 0.5);
+            out.push_back(std::to_string(x) + "," + std::to_string(y) + ":" + r.Picture);
+        }
+        return out;
+    }
+
+private:
+    BoardPlatform MakePlatform(Random* rng) {
+        BoardPlatform p = Host.Platform();
+        return rng != nullptr ? BoardPlatform{p.Loop, p.Surface, p.Pictures, p.Sound, p.Dialog, *rng} : p;
+    }
+};
+
+} // namespace tolva::testing

@@ -1,0 +1,116 @@
+// What a paint pass draws: which cells, with which picture, where, and the skip of cells
+// that have not changed since the last whole-board pass.
+#include "BmpWriter.h"
+#include "BoardFixture.h"
+#include "support/TempFolder.h"
+
+using tolva::PaintRecord;
+using tolva::testing::BoardFixture;
+using Rows = std::vector<std::string>;
+
+TEST(Drawing, EachValuePaintsItsPictureStretchedIntoItsCell) {
+    BoardFixture f;
+    f.SetLevel(1, {"0.9X",
+                   "af5.",
+                   "....",
+                   "...."});
+    f.Game->Levels[0].BrickGrid(0, 3) = 17;   // no spell behind it: no picture, like 10
+    std::int16_t level = 1;
+    f.Board.NewGame(level);
+    // Row by row; the reserved value, and a value with no spell behind it, paint nothing.
+    EXPECT_EQ(f.PaintedCells(), (Rows{"0,0:Gfx(0)", "1,0:TmpBack", "2,0:Gfx(9)", "0,1:ss(0)", "1,1:ss(5)",
+                                      "2,1:Gfx(5)", "3,1:TmpBack", "0,2:TmpBack", "1,2:TmpBack", "2,2:TmpBack",
+                                      "3,2:TmpBack", "1,3:TmpBack", "2,3:TmpBack", "3,3:TmpBack"}));
+    const auto& records = f.Host.Surface.Records();
+    // A brick fills its cell: 125 x 125 on the 500 x 500 surface.
+    EXPECT_EQ(records[0].What, PaintRecord::Kind::Picture);
+    EXPECT_EQ(records[0].Target, (tolva::SurfaceRect{0, 0, 125, 125}));
+    // A hole shows the piece of the background under it.
+    EXPECT_EQ(records[1].What, PaintRecord::Kind::PicturePart);
+    EXPECT_EQ(records[1].Source, (tolva::SurfaceRect{125, 0, 125, 125}));
+    EXPECT_EQ(records[1].Target, records[1].Source);
+
+    // Cells fill the surface whatever the side: 50 for 10, 12.5 for 40.
+    f.Board.SetxBricks(10);
+    f.Board.DrawBoard(3, 2, false);
+    f.Board.SetxBricks(40);
+    f.Board.DrawBoard(39, 39, false);
+    EXPECT_EQ(records[records.size() - 2].Target, (tolva::SurfaceRect{150, 100, 50, 50}));
+    EXPECT_EQ(records.back().Target, (tolva::SurfaceRect{487.5, 487.5, 12.5, 12.5}));
+}
+
+TEST(Drawing, WholePassSkipsUnchangedCellsOnlyWhenFastAndAllowed) {
+    BoardFixture f;
+    f.SetLevel(1, {"11.", "23.", "45."});
+    std::int16_t level = 1;
+    f.Board.NewGame(level);
+    // The first pass of a level paints every cell, although DrawnBricks already holds
+    // the same values.
+    EXPECT_EQ(f.Host.Surface.Records().size(), 9u);
+    f.Host.Surface.ClearRecords();
+
+    f.Board.DrawBoard(-1, -1, true);
+    EXPECT_TRUE(f.PaintedCells().empty());
+    f.Game->DrawUsingBackBuffer = false;   // the player's setting off: every cell, every pass
+    f.Board.DrawBoard(-1, -1, true);
+    EXPECT_EQ(f.PaintedCells().size(), 9u);
+    f.Game->DrawUsingBackBuffer = true;
+    f.Host.Surface.ClearRecords();
+
+    // The single-cell form paints one cell and leaves DrawnBricks alone, so the next
+    // whole pass paints that cell again. setX = 0 is a cell, not the whole board.
+    f.Board.Bricks(0, 2) = 7;
+    f.Board.DrawBoard(0, 2, true);
+    EXPECT_EQ(f.PaintedCells(), (Rows{"0,2:Gfx(7)"}));
+    EXPECT_EQ(f.Board.DrawnBricks(0, 2), 4.0f);
+    f.Host.Surface.ClearRecords();
+    f.Board.DrawBoard(-1, -1, true);
+    EXPECT_EQ(f.PaintedCells(), (Rows{"0,2:Gfx(7)"}));
+    f.Host.Surface.ClearRecords();
+
+    // A move repaints only what it changed: the holes, then what fell.
+    f.Board.AniDraw = true;
+    f.Click(0, 0);
+    EXPECT_EQ(f.PaintedCells(), (Rows{"0,0:TmpBack", "1,0:TmpBack"}));
+    f.Host.Surface.ClearRecords();
+    f.Host.Loop.Advance(f.Board.UpdateDelay());
+    EXPECT_TRUE(f.PaintedCells().empty());   // nothing stood over the holes
+}
+
+TEST(Drawing, RepaintOnlyWhenReadyAndTheBoardFollowsItsBackground) {
+    BoardFixture f;
+    f.Board.UserControl_Paint();             // not ready before the first level
+    EXPECT_TRUE(f.Host.Surface.Records().empty());
+    f.Start({"12", "34"});
+    f.Board.UserControl_Paint();             // a repaint paints all, changed or not
+    EXPECT_EQ(f.PaintedCells().size(), 4u);
+    f.Host.Surface.ClearRecords();
+    f.Board.BoardReady = false;              // as during a spell effect
+    f.Board.UserControl_Paint();
+    EXPECT_TRUE(f.Host.Surface.Records().empty());
+
+    // With no background the board keeps its size; a background gives it the picture's size.
+    f.Board.UserControl_Resize();
+    EXPECT_EQ(f.Host.Surface.Resizes(), 0);
+    tolva::testing::TempFolder folder;
+    folder.Write("back.bmp", tolva::testing::SolidBmp(640, 480));
+    auto eBack = f.Host.Pictures.CreateHolder("eBack");
+    ASSERT_TRUE(eBack->LoadFile(folder.Path() + "\\back.bmp"));
+    f.Board.SetBackPicture(*eBack);
+    EXPECT_EQ(f.Host.Surface.ScaleWidth(), 640);
+    EXPECT_EQ(f.Host.Surface.ScaleHeight(), 480);
+    EXPECT_EQ(f.Host.Surface.BackPicture(), "TmpBack");
+    EXPECT_EQ(f.Board.TmpBack().ScaleWidth(), 640);
+    // The cells keep their number: a larger background gives larger cells.
+    f.Board.BoardReady = true;
+    f.Board.UserControl_Paint();
+    EXPECT_EQ(f.Host.Surface.Records().back().Target, (tolva::SurfaceRect{320, 240, 320, 240}));
+
+    // Without AutoSize the board keeps its size; switching it on resizes at once.
+    f.Host.Surface.Resize(500, 500);
+    f.Board.SetAutoSize(false);
+    f.Board.SetBackPicture(*eBack);
+    EXPECT_EQ(f.Host.Surface.ScaleWidth(), 500);
+    f.Board.SetAutoSize(true);
+    EXPECT_EQ(f.Host.Surface.ScaleWidth(), 640);
+}
