@@ -1,0 +1,136 @@
+// The board on screen: a whole 40 x 40 board painted through the real widget and brought
+// to the screen, and a move that repaints only the cells it changed.
+#include "board/BoardListener.h"
+#include "board/TolvaBoard.h"
+#include "board/qt/BoardWidget.h"
+#include "support/platform/RecordingSoundPlayer.h"
+#include "support/platform/ScriptedDialogs.h"
+#include "support/platform/SeededRandom.h"
+#include "support/platform/qt/QtEventLoop.h"
+#include "support/platform/qt/QtPictureHolder.h"
+#include "support/platform/qt/QtPictureStore.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QImage>
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+#include <memory>
+
+namespace {
+
+using namespace tolva;
+
+// Counts the events, so that a run can tell the board really played.
+class CountingListener final : public BoardListener {
+public:
+    int Events = 0;
+    void BricksRemoved(std::int16_t) override { ++Events; }
+    void MouseMove(std::int16_t, std::int16_t) override { ++Events; }
+    void GameOver() override { ++Events; }
+    void NewScore(double) override { ++Events; }
+    void NewSpell(std::int16_t) override { ++Events; }
+    void NewLevel(std::int16_t) override { ++Events; }
+    void SpellUsed(std::int16_t) override { ++Events; }
+    void BonusScore(double, std::int16_t) override { ++Events; }
+    void BonusTimes(std::int16_t) override { ++Events; }
+    void CanDoNextMove() override { ++Events; }
+    void ResourceLoaded(const std::string&) override { ++Events; }
+    void SpellInUse(bool) override { ++Events; }
+    void RemoveClick(std::int16_t) override { ++Events; }
+    void SpellClick(std::int16_t, std::int16_t) override { ++Events; }
+};
+
+// Counts the paint events of a widget, so that a run shows the screen really was painted.
+class PaintCounter final : public QObject {
+public:
+    int Paints = 0;
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Paint) ++Paints;
+        return QObject::eventFilter(watched, event);
+    }
+};
+
+QImage Solid(int width, int height, QRgb colour) {
+    QImage image(width, height, QImage::Format_RGB32);
+    image.fill(colour);
+    return image;
+}
+
+// A 40 x 40 level of ten colours on the standard 500 x 500 background, on screen.
+struct BoardOnScreen {
+    QtEventLoop Loop;
+    BoardWidget Widget;
+    QtPictureStore Pictures{Loop, &Widget};
+    RecordingSoundPlayer Sound;
+    ScriptedDialogs Dialog;
+    SeededRandom Rng{7};
+    std::unique_ptr<LevelModule> Game = std::make_unique<LevelModule>();
+    CountingListener Events;
+    PaintCounter Painted;
+    std::unique_ptr<TolvaBoard> Board;
+
+    BoardOnScreen() {
+        Board = std::make_unique<TolvaBoard>(*Game, BoardPlatform{Loop, Widget, Pictures, Sound, Dialog, Rng}, Events);
+        Widget.AttachBoard(Board.get());
+        for (int i = 0; i < 10; ++i)
+            dynamic_cast<QtPictureHolder&>(Board->Gfx(i)).SetImage(Solid(25, 25, qRgb(20 * i, 255 - 20 * i, 90)));
+        QtPictureHolder back("eBack");
+        back.SetImage(Solid(500, 500, qRgb(10, 30, 60)));
+        Board->SetBackPicture(back);
+        LevelRecord& level = Game->Levels[0];
+        level.LevelName = "BENCH";
+        level.levelbricks = 40;
+        for (int x = 0; x < 40; ++x)
+            for (int y = 0; y < 40; ++y) level.BrickGrid(x, y) = static_cast<std::int16_t>((x * 7 + y * 3) % 10);
+        std::int16_t first = 1;
+        Board->NewGame(first);
+        Widget.show();
+        QApplication::processEvents();
+        Widget.installEventFilter(&Painted);
+    }
+    ~BoardOnScreen() {
+        Widget.AttachBoard(nullptr);
+        Board.reset();
+    }
+};
+
+void BM_FullRepaint40(benchmark::State& state) {
+    BoardOnScreen screen;
+    for (auto _ : state) {
+        screen.Board->DrawBoard(-1, -1, false);
+        screen.Widget.repaint();
+    }
+    state.counters["paints"] = benchmark::Counter(screen.Painted.Paints, benchmark::Counter::kAvgIterations);
+    state.counters["events"] = screen.Events.Events;
+}
+BENCHMARK(BM_FullRepaint40)->Unit(benchmark::kMicrosecond);
+
+// A move: a group of 40 cells goes and comes back, so every pass has 40 changed cells,
+// and the screen gets only the rectangle around them, as in play.
+void BM_MoveRepaint40(benchmark::State& state) {
+    BoardOnScreen screen;
+    bool holes = false;
+    for (auto _ : state) {
+        holes = !holes;
+        for (int x = 10; x < 30; ++x)
+            for (int y = 19; y < 21; ++y)
+                screen.Board->Bricks(x, y) = holes ? CellEmpty : screen.Game->Levels[0].BrickGrid(x, y);
+        screen.Board->DrawBoard(-1, -1, true);
+        QApplication::processEvents();   // Qt paints just the area the move asked for
+    }
+    state.counters["paints"] = benchmark::Counter(screen.Painted.Paints, benchmark::Counter::kAvgIterations);
+}
+BENCHMARK(BM_MoveRepaint40)->Unit(benchmark::kMicrosecond);
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (std::getenv("QT_QPA_PLATFORM") == nullptr) setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

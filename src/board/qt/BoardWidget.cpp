@@ -1,0 +1,194 @@
+#include "board/qt/BoardWidget.h"
+
+#include "board/TolvaBoard.h"
+#include "support/platform/qt/MouseCodes.h"
+#include "support/platform/qt/PixelRect.h"
+#include "support/platform/qt/QtPictureHolder.h"
+
+#include <QCursor>
+#include <QPaintEvent>
+#include <QPixmap>
+
+namespace tolva {
+
+namespace {
+
+// The board's pictures all come from the Qt store; a holder of another kind has no
+// pixels to show and paints nothing.
+const QtPictureHolder* Shown(const PictureHolder& picture) {
+    const auto* holder = dynamic_cast<const QtPictureHolder*>(&picture);
+    return holder != nullptr && holder->HasPicture() ? holder : nullptr;
+}
+
+// The size of the standard board background, until the board gives its own.
+constexpr int StandardSide = 500;
+
+} // namespace
+
+BoardWidget::BoardWidget(QWidget* parent) : QWidget(parent) {
+    setMouseTracking(true);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    resize(StandardSide, StandardSide);
+}
+
+BoardWidget::~BoardWidget() {
+    if (painter_.isActive()) painter_.end();
+}
+
+// ---- the surface -------------------------------------------------------------------------
+
+void BoardWidget::Resize(double width, double height) {
+    resize(PixelRect({0, 0, width, height}).size());
+}
+
+void BoardWidget::PaintPicture(const PictureHolder& picture, const SurfaceRect& target) {
+    const QtPictureHolder* holder = Shown(picture);
+    const QRect cell = PixelRect(target);
+    if (holder == nullptr || cell.isEmpty()) return;
+    QPainter* painter = BufferPainter();
+    if (painter == nullptr) return;
+    painter->drawImage(cell.topLeft(), holder->Scaled(cell.size()));
+    Changed(cell);
+}
+
+void BoardWidget::PaintPicturePart(const PictureHolder& picture, const SurfaceRect& source,
+                                   const SurfaceRect& target) {
+    const QtPictureHolder* holder = Shown(picture);
+    const QRect from = PixelRect(source);
+    const QRect to = PixelRect(target);
+    if (holder == nullptr || to.isEmpty()) return;
+    QPainter* painter = BufferPainter();
+    if (painter == nullptr) return;
+    const QImage& image = holder->Image();
+    // Beyond the picture there is nothing to copy: that part of the cell goes black
+    // rather than keep what was painted there before.
+    if (!image.rect().contains(from)) painter->fillRect(to, Qt::black);
+    if (from.size() == to.size())
+        painter->drawImage(to.topLeft(), image, from);
+    else
+        painter->drawImage(QRectF(target.Left, target.Top, target.Width, target.Height), image,
+                           QRectF(source.Left, source.Top, source.Width, source.Height));
+    Changed(to);
+}
+
+void BoardWidget::DrawLine(double x1, double y1, double x2, double y2, std::int32_t colour) {
+    QPainter* painter = BufferPainter();
+    if (painter == nullptr) return;
+    painter->setPen(QPen(QColor(QRgb(static_cast<std::uint32_t>(colour))), 0));
+    painter->drawLine(QPointF(x1, y1), QPointF(x2, y2));
+    const QRectF span = QRectF(QPointF(x1, y1), QPointF(x2, y2)).normalized();
+    Changed(span.toAlignedRect().adjusted(-1, -1, 1, 1));
+}
+
+void BoardWidget::SetBackPicture(const PictureHolder& picture) {
+    const QtPictureHolder* holder = Shown(picture);
+    backPicture_ = holder != nullptr ? holder->Image() : QImage();
+    ResetBuffer();
+}
+
+void BoardWidget::SetMousePointer(const PictureHolder* icon, int hotX, int hotY) {
+    const QtPictureHolder* holder = icon != nullptr ? Shown(*icon) : nullptr;
+    if (holder != nullptr)
+        setCursor(QCursor(QPixmap::fromImage(holder->Image()), hotX, hotY));
+    else
+        unsetCursor();
+}
+
+const QImage& BoardWidget::BackBuffer() {
+    EnsureBuffer();
+    if (painter_.isActive()) painter_.end();
+    return buffer_;
+}
+
+// ---- the buffer --------------------------------------------------------------------------
+
+QPainter* BoardWidget::BufferPainter() {
+    EnsureBuffer();
+    if (buffer_.isNull()) return nullptr;
+    if (!painter_.isActive()) painter_.begin(&buffer_);
+    return &painter_;
+}
+
+void BoardWidget::EnsureBuffer() {
+    if (buffer_.size() != size()) ResetBuffer();
+}
+
+void BoardWidget::ResetBuffer() {
+    if (painter_.isActive()) painter_.end();
+    if (size().isEmpty()) {
+        buffer_ = QImage();
+    } else {
+        buffer_ = QImage(size(), QImage::Format_RGB32);
+        buffer_.fill(Qt::black);
+        // The back picture stands at the top left at its own size, as the surface's own
+        // picture: it shows wherever no cell is painted.
+        if (!backPicture_.isNull()) {
+            QPainter painter(&buffer_);
+            painter.drawImage(QPoint(0, 0), backPicture_);
+        }
+    }
+    boardMustPaint_ = true;
+    update();
+}
+
+void BoardWidget::Changed(const QRect& area) {
+    if (inPaintEvent_) {
+        paintedInEvent_ |= area;
+        return;
+    }
+    // Asking Qt for an update costs more than copying a cell, so the areas are gathered
+    // into one rectangle until the next paint event; a whole-board pass row by row asks
+    // about twice per row instead of once per cell.
+    if (toScreen_.contains(area)) return;
+    toScreen_ |= area;
+    update(toScreen_);
+}
+
+// ---- events ------------------------------------------------------------------------------
+
+void BoardWidget::paintEvent(QPaintEvent* event) {
+    toScreen_ = QRect();   // everything asked for so far is painted now
+    EnsureBuffer();
+    if (boardMustPaint_) {
+        boardMustPaint_ = false;
+        if (board_ != nullptr) {
+            inPaintEvent_ = true;
+            board_->UserControl_Paint();
+            inPaintEvent_ = false;
+        }
+    }
+    if (painter_.isActive()) painter_.end();
+    QPainter screen(this);
+    if (!buffer_.isNull()) screen.drawImage(event->rect(), buffer_, event->rect());
+    // Whatever the board painted outside this event's area still has to reach the screen.
+    if (!paintedInEvent_.isEmpty() && !event->region().contains(paintedInEvent_)) update(paintedInEvent_);
+    paintedInEvent_ = QRect();
+}
+
+void BoardWidget::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    EnsureBuffer();
+    if (board_ == nullptr || inResize_) return;
+    inResize_ = true;
+    board_->UserControl_Resize();
+    inResize_ = false;
+}
+
+void BoardWidget::mouseMoveEvent(QMouseEvent* event) {
+    event->accept();
+    if (board_ == nullptr) return;
+    const QPointF at = event->position();
+    board_->UserControl_MouseMove(MouseButtonCode(event->buttons()), MouseShiftCode(event->modifiers()),
+                                  static_cast<float>(at.x()), static_cast<float>(at.y()));
+}
+
+void BoardWidget::mouseReleaseEvent(QMouseEvent* event) {
+    event->accept();
+    const std::int16_t button = MouseButtonCode(event->button());
+    if (board_ == nullptr || button == 0) return;
+    const QPointF at = event->position();
+    board_->UserControl_MouseUp(button, MouseShiftCode(event->modifiers()), static_cast<float>(at.x()),
+                                static_cast<float>(at.y()));
+}
+
+} // namespace tolva

@@ -1,0 +1,119 @@
+#include "support/platform/qt/QtPictureHolder.h"
+
+#include "support/ZenkorModule.h"
+#include "support/platform/qt/QtPictureView.h"
+
+#include <QFile>
+#include <QImageReader>
+
+#include <cmath>
+
+namespace tolva {
+
+namespace {
+
+// Stretched copies kept per holder; a board needs at most four cell sizes at once.
+constexpr std::size_t ScaledKept = 4;
+
+} // namespace
+
+QtPictureHolder::QtPictureHolder(std::string name, QWidget* host) : name_(std::move(name)), host_(host) {}
+
+QtPictureHolder::~QtPictureHolder() {
+    // The view belongs to the host; a holder that goes takes its view along, and a host
+    // that went first has already taken it.
+    delete view_.data();
+}
+
+bool QtPictureHolder::LoadFile(const std::string& storedPath) {
+    if (!FileExists(storedPath)) return false;
+    QImageReader reader(QFile::decodeName(QByteArray::fromStdString(NativePath(storedPath))));
+    reader.setDecideFormatFromContent(true);
+    const QSize size = reader.size();
+    if (size.isValid() && (size.width() > MaxSide || size.height() > MaxSide)) return false;
+    QImage image;
+    if (!reader.read(&image) || image.isNull()) return false;
+    SetImage(image);
+    return true;
+}
+
+void QtPictureHolder::Assign(const PictureHolder& other) {
+    if (&other == this) return;
+    // A holder of another kind carries no pixels we could show; it counts as no picture
+    // rather than leaving a stale one behind.
+    if (const auto* same = dynamic_cast<const QtPictureHolder*>(&other))
+        SetImage(same->image_);
+    else
+        Clear();
+}
+
+void QtPictureHolder::Clear() {
+    image_ = QImage();
+    PictureChanged();
+}
+
+void QtPictureHolder::SetImage(const QImage& image) {
+    if (image.isNull()) {
+        Clear();
+        return;
+    }
+    const QImage::Format wanted = image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32;
+    image_ = image.format() == wanted ? image : image.convertToFormat(wanted);
+    PictureChanged();
+}
+
+std::int32_t QtPictureHolder::Point(double x, double y) const {
+    if (image_.isNull() || !std::isfinite(x) || !std::isfinite(y)) return -1;
+    if (x < 0 || y < 0 || x >= image_.width() || y >= image_.height()) return -1;
+    return static_cast<std::int32_t>(image_.pixel(static_cast<int>(x), static_cast<int>(y)) & 0xFFFFFF);
+}
+
+const QImage& QtPictureHolder::Scaled(const QSize& size) const {
+    static const QImage none;
+    if (image_.isNull() || size.isEmpty()) return none;
+    if (size == image_.size()) return image_;
+    for (const QImage& kept : scaled_)
+        if (kept.size() == size) return kept;
+    if (scaled_.size() >= ScaledKept) scaled_.erase(scaled_.begin());
+    scaled_.push_back(image_.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    return scaled_.back();
+}
+
+void QtPictureHolder::SetVisible(bool visible) {
+    visible_ = visible;
+    if (visible && !view_ && host_) {
+        view_ = new QtPictureView(*this, host_);
+        PlaceView();
+    }
+    if (!view_) return;
+    view_->setVisible(visible);
+    if (visible) view_->raise();
+}
+
+void QtPictureHolder::SetBackColor(std::int32_t colour) {
+    backColor_ = colour;
+    if (view_) view_->update();
+}
+
+void QtPictureHolder::SetBounds(const QRect& bounds) {
+    boundsGiven_ = true;
+    bounds_ = bounds;
+    PlaceView();
+}
+
+QRect QtPictureHolder::Bounds() const {
+    return boundsGiven_ ? bounds_ : QRect(QPoint(0, 0), image_.size());
+}
+
+void QtPictureHolder::PictureChanged() {
+    scaled_.clear();
+    PlaceView();
+}
+
+void QtPictureHolder::PlaceView() {
+    if (!view_) return;
+    view_->setGeometry(Bounds());
+    view_->update();
+}
+
+} // namespace tolva
