@@ -1,0 +1,207 @@
+#include "levels/LevelSetReader.h"
+
+#include "LevelSetTestFiles.h"
+#include "support/ZenkorModule.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <sstream>
+
+using namespace tolva;
+using tolva::testing::TinyPairSet;
+using tolva::testing::TinyPairSum;
+
+namespace {
+
+struct Loaded {
+    std::unique_ptr<LevelModule> game = std::make_unique<LevelModule>();
+    LevelSetLoad load;
+    const LevelRecord& Level(int n) const { return game->Levels[static_cast<std::size_t>(n - 1)]; }
+};
+
+Loaded LoadText(const std::string& text, const std::string& setPath = "levels\\other\\") {
+    Loaded l;
+    LevelSetReader reader(*l.game);
+    reader.LevelSetPath = setPath;
+    std::istringstream in(text);
+    l.load = reader.Load(in);
+    EXPECT_EQ(reader.LevelChecksum, l.load.LevelChecksum);
+    return l;
+}
+
+std::string Head(const std::string& name, const std::string& side = "10") {
+    return "[level]\nlevelbricks=" + side + "\nlevelgfxfolder=\nLevelName=" + name + "\n";
+}
+
+std::string Seal(double sum) { return "checksum=" + EncryptNumber(NumberText(sum), DefaultSetKey) + "\n"; }
+
+} // namespace
+
+TEST(LevelSetReader, ScanTakesLevelsByOrderAndRowsByPosition) {
+    const Loaded l = LoadText(TinyPairSet() + "checksum=x\n");
+    EXPECT_EQ(l.load.SetName, "Tiny Pair");
+    EXPECT_EQ(l.load.LevelHeads, 2);
+    EXPECT_EQ(l.load.LevelChecksum, TinyPairSum);
+
+    const LevelRecord& one = l.Level(1);
+    EXPECT_EQ(one.LevelName, "One");
+    EXPECT_EQ(one.levelbricks, 10);          // 4 is raised to 10
+    EXPECT_EQ(one.levelgfxfolder, "crystal");
+    EXPECT_EQ(one.BrickGrid(0, 0), 1);       // "R99" is row 0: it stands first
+    EXPECT_EQ(one.BrickGrid(1, 0), 0);       // the empty field
+    EXPECT_EQ(one.BrickGrid(2, 0), 3);
+    EXPECT_EQ(one.BrickGrid(3, 0), CellEmpty);
+    EXPECT_EQ(one.BrickGrid(1, 1), 2);
+    EXPECT_EQ(one.BrickGrid(2, 1), CellEmpty); // the trailing comma adds no cell
+    EXPECT_EQ(one.BrickGrid(3, 2), 3);
+    for (int y = 0; y < 3; ++y)
+        for (int x = 0; x < 10; ++x) EXPECT_EQ(one.SpellGrid(x, y), NoSpell);
+
+    const LevelRecord& two = l.Level(2);
+    EXPECT_EQ(two.LevelName, "Two");
+    EXPECT_EQ(two.levelbricks, 25);
+    EXPECT_EQ(two.BrickGrid(1, 1), 7);
+    EXPECT_EQ(two.BrickGrid(0, 2), 8);
+    EXPECT_EQ(two.BrickGrid(0, 3), CellEmpty);
+    EXPECT_TRUE(l.Level(3).LevelName.empty());
+}
+
+TEST(LevelSetReader, EveryFieldCountsInTheSumButOnlyTheGridIsStored) {
+    // 41 values in a row: the 41st is not stored and still adds 5 * 40.
+    std::string row = "r0=";
+    for (int x = 0; x < 40; ++x) row += "1,";
+    row += "5\n";
+    Loaded l = LoadText(Head("Wide") + row + "s0=2\n");
+    EXPECT_EQ(l.load.LevelChecksum, 780.0 + 200.0);   // 1 * (0 + ... + 39) + 5 * 40
+    EXPECT_EQ(l.Level(1).BrickGrid(39, 0), 1);
+    EXPECT_EQ(l.Level(1).SpellGrid(0, 0), 2);
+
+    // One brick row of one value: weight 0 + 0.
+    EXPECT_EQ(LoadText(Head("Lone") + "r0=7\ns0=-1\n").load.LevelChecksum, 0.0);
+
+    // 101 levels: the last is read, counted and dropped.
+    std::string many;
+    for (int n = 1; n <= 101; ++n) many += Head("L" + std::to_string(n)) + "r0=0,1\ns0=-1,-1\n";
+    l = LoadText(many);
+    EXPECT_EQ(l.load.LevelHeads, 101);
+    EXPECT_EQ(l.load.LevelsStored(), 100);
+    EXPECT_EQ(l.Level(100).LevelName, "L100");
+    EXPECT_EQ(l.load.LevelChecksum, 101.0 - 101.0);   // 1 * (0 + 1) and -1 * (0 + 1) per level
+}
+
+TEST(LevelSetReader, PositionalLinesAreCutByLength) {
+    Loaded l = LoadText("[level]\nXXXXXXXXXXXX25\nshort\nLevelName\nr0=1,1\ns0=-1,-1\n");
+    EXPECT_EQ(l.Level(1).levelbricks, 25);     // whatever the key, 12 characters go
+    EXPECT_EQ(l.Level(1).levelgfxfolder, "");  // too short: left as it was
+    EXPECT_EQ(l.Level(1).LevelName, "");
+
+    const struct { const char* text; int side; } sides[] = {
+        {"4", 10}, {"", 10}, {"-7", 10}, {"99", 40}, {"24.5", 24}, {"25.5", 26}, {"12abc", 12}, {"70000", 40}};
+    for (const auto& s : sides) {
+        l = LoadText(Head("S", s.text) + "r0=1\n");
+        EXPECT_EQ(l.Level(1).levelbricks, s.side) << s.text;
+        EXPECT_EQ(l.load.SidesCut, s.side == 40 ? 1 : 0) << s.text;
+    }
+}
+
+TEST(LevelSetReader, PendingLinesDecideWhereLevelsEnd) {
+    // A blank line between levels swallows the next level's head.
+    Loaded l = LoadText(Head("A") + "r0=1,1\ns0=0,-1\n\n" + Head("B") + "r0=2,2\ns0=-1,-1\n");
+    EXPECT_EQ(l.load.LevelHeads, 1);
+    EXPECT_EQ(l.Level(1).SpellGrid(0, 0), 0);
+
+    // A level of 40 rows must end with a spell row, or the next head is dropped.
+    std::string full = Head("Full", "40");
+    for (int y = 0; y < 40; ++y) full += "r=1\n" + std::string(y < 39 ? "s=-1\n" : "");
+    l = LoadText(full + Head("Lost") + "r0=1\n");
+    EXPECT_EQ(l.load.LevelHeads, 1);
+
+    // A brick row without a spell row, then the next head: both levels load.
+    l = LoadText(Head("A") + "r0=1,1\n" + Head("B") + "r0=2,2\ns0=4,4\n");
+    EXPECT_EQ(l.load.LevelHeads, 2);
+    EXPECT_EQ(l.Level(2).SpellGrid(1, 0), 4);
+
+    // A spell row counts only right behind its brick row.
+    l = LoadText(Head("A") + "r0=1,1\nnote\ns1=3,3\n");
+    EXPECT_EQ(l.Level(1).SpellGrid(0, 0), NoSpell);
+    EXPECT_EQ(l.Level(1).BrickGrid(0, 1), CellEmpty);
+    EXPECT_EQ(l.load.LevelChecksum, 1.0);
+
+    // Past the end the last line stays: a last brick row with nothing after it is read
+    // again for every row down to 39.
+    l = LoadText(Head("Echo") + "r0=2");
+    EXPECT_EQ(l.Level(1).BrickGrid(0, 39), 2);
+    EXPECT_EQ(l.load.LevelChecksum, 2.0 * 780);
+
+    // A level head as the very last line starts one more (empty) level and the scan ends.
+    l = LoadText(Head("A") + "r0=1,1\ns0=-1,-1\n[level2]");
+    EXPECT_EQ(l.load.LevelHeads, 2);
+    EXPECT_EQ(l.Level(2).BrickGrid(0, 0), CellEmpty);
+}
+
+TEST(LevelSetReader, LineEndsOfAllKindsReadAlike) {
+    std::string lf = TinyPairSet(), crlf, cr;
+    for (char c : lf) {
+        crlf += c == '\n' ? std::string("\r\n") : std::string(1, c);
+        cr += c == '\n' ? '\r' : c;
+    }
+    for (const auto& text : {crlf, cr}) {
+        const Loaded l = LoadText(text + "checksum=x");
+        EXPECT_EQ(l.load.LevelHeads, 2);
+        EXPECT_EQ(l.load.LevelChecksum, TinyPairSum);
+        EXPECT_EQ(l.Level(2).LevelName, "Two");
+    }
+}
+
+TEST(LevelSetReader, DefaultSetsMustCarryTheSumOfTheirLastLine) {
+    const std::string sealed = TinyPairSet() + Seal(TinyPairSum);
+    EXPECT_EQ(LoadText(sealed, "levels\\default\\").load.Integrity, LevelSetIntegrity::Ok);
+    EXPECT_EQ(LoadText(sealed, "levels\\default").load.Integrity, LevelSetIntegrity::Ok);
+
+    std::string changed = sealed;
+    changed.replace(changed.find("r1=6,7"), 6, "r1=6,8");
+    const Loaded bad = LoadText(changed, "levels\\default\\");
+    EXPECT_EQ(bad.load.Integrity, LevelSetIntegrity::Failed);
+    EXPECT_EQ(bad.load.StoredChecksum, "74");
+    EXPECT_EQ(LoadText(TinyPairSet(), "levels\\default\\").load.Integrity, LevelSetIntegrity::Failed);
+    // The checksum line must be the last line.
+    EXPECT_EQ(LoadText(sealed + "\n", "levels\\default\\").load.Integrity, LevelSetIntegrity::Failed);
+    // Blanks around the deciphered number are trimmed.
+    const std::string padded = TinyPairSet() + "checksum=" + EncryptNumber("  74 ", DefaultSetKey);
+    EXPECT_EQ(LoadText(padded, "levels\\default\\").load.Integrity, LevelSetIntegrity::Ok);
+
+    // Other sets are never checked, and they decipher with the other key.
+    const Loaded other = LoadText(TinyPairSet() + "checksum=" + EncryptNumber("9", OtherSetKey), "levels\\mine\\");
+    EXPECT_EQ(other.load.Integrity, LevelSetIntegrity::NotChecked);
+    EXPECT_EQ(other.load.StoredChecksum, "9");
+    EXPECT_EQ(other.load.SetKey, OtherSetKey);
+}
+
+TEST(LevelSetReader, DefaultIsATestOfTheEndingAlone) {
+    EXPECT_TRUE(LevelSetReader::IsDefault("levels\\default\\"));
+    EXPECT_TRUE(LevelSetReader::IsDefault("levels\\default"));
+    EXPECT_TRUE(LevelSetReader::IsDefault("levels\\DEFAULT\\"));
+    EXPECT_TRUE(LevelSetReader::IsDefault("levels\\notdefault\\"));
+    EXPECT_FALSE(LevelSetReader::IsDefault("levels\\defaults\\"));
+    EXPECT_FALSE(LevelSetReader::IsDefault("levels\\default\\\\"));
+    EXPECT_FALSE(LevelSetReader::IsDefault(""));
+    EXPECT_EQ(LevelSetReader::SetKeyFor("levels\\default\\"), DefaultSetKey);
+    EXPECT_EQ(LevelSetReader::SetKeyFor("levels\\miniatures\\"), OtherSetKey);
+    EXPECT_NE(DefaultSetKey, OtherSetKey);
+}
+
+TEST(LevelSetReader, UntrustedValuesStayInsideTheGrids) {
+    // A row of 100 KB: 50,000 fields, 40 stored, all counted.
+    std::string row = "r0=";
+    for (int x = 0; x < 50000; ++x) row += "1,";
+    Loaded l = LoadText(Head("Long", "99999") + row + "\ns0=1e300,-1e300,abc,32767.5\n");
+    EXPECT_EQ(l.Level(1).levelbricks, 40);
+    EXPECT_EQ(l.Level(1).BrickGrid(39, 0), 1);
+    EXPECT_EQ(l.Level(1).SpellGrid(0, 0), 32767);
+    EXPECT_EQ(l.Level(1).SpellGrid(1, 0), -32768);
+    EXPECT_EQ(l.Level(1).SpellGrid(2, 0), 0);
+    EXPECT_EQ(l.Level(1).SpellGrid(3, 0), 32767);
+    l = LoadText(Head("Long") + row + "\ns0=\n");
+    EXPECT_EQ(l.load.LevelChecksum, 49999.0 * 50000 / 2);
+}

@@ -1,0 +1,153 @@
+// The level sets shipped with the game: the default set loads and passes its own test,
+// is laid out the way players meet it, and every level of both sets is cleared on the
+// game's engine by its stored solution. `levels solve` output replays the same way.
+#include "BoardReplay.h"
+#include "levels/LevelSetReader.h"
+#include "support/TempFolder.h"
+#include "support/ZenkorModule.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <memory>
+#include <set>
+
+using namespace tolva;
+using namespace tolva::testing;
+
+namespace {
+
+const std::string Source = TOLVA_SOURCE_DIR;
+
+std::string ReadFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+struct ShippedSet {
+    std::unique_ptr<LevelModule> game = std::make_unique<LevelModule>();
+    LevelSetLoad load;
+    explicit ShippedSet(const std::string& folder) {
+        SetAppPath(Source + "/game");
+        LevelSetReader reader(*game);
+        reader.LevelSetPath = "levels\\" + folder + "\\";
+        load = reader.InitLevels();
+    }
+    const LevelRecord& Level(int n) const { return game->Levels[static_cast<std::size_t>(n - 1)]; }
+};
+
+void ReplayStoredSolutions(const std::string& folder, const std::string& solutionFile, int levels) {
+    ShippedSet set(folder);
+    ASSERT_EQ(set.load.LevelsStored(), levels);
+    std::istringstream in(ReadFile(Source + "/tools/levelgen/" + solutionFile));
+    std::string line;
+    std::set<int> replayed;
+    while (std::getline(in, line)) {
+        Clicks clicks;
+        const int level = ParseSolutionLine(line, clicks);
+        if (level == 0) continue;
+        ASSERT_GT(level, 0) << line;
+        const ReplayOutcome outcome = ReplayOnBoard(*set.game, level, clicks);
+        EXPECT_TRUE(outcome.cleared) << folder << " level " << level << ": " << outcome.Describe();
+        replayed.insert(level);
+    }
+    EXPECT_EQ(static_cast<int>(replayed.size()), levels);
+}
+
+} // namespace
+
+TEST(ShippedLevelSets, DefaultSetPassesItsOwnTest) {
+    ShippedSet set("default");
+    EXPECT_TRUE(set.load.FileFound);
+    EXPECT_EQ(set.load.Integrity, LevelSetIntegrity::Ok);
+    EXPECT_EQ(set.load.LevelHeads, 100);
+    EXPECT_EQ(set.load.SetName, "Default");
+}
+
+TEST(ShippedLevelSets, DefaultSetGrowsAndMeetsEverySpellEarlyAndOften) {
+    ShippedSet set("default");
+    std::set<std::string> names;
+    std::map<int, std::vector<int>> spellLevels;
+    std::set<std::string> folders;
+    int shaped = 0;
+    for (int n = 1; n <= 100; ++n) {
+        const LevelRecord& level = set.Level(n);
+        EXPECT_FALSE(level.LevelName.empty()) << n;
+        names.insert(level.LevelName);
+        folders.insert(level.levelgfxfolder);
+        int holes = 0;
+        std::set<int> colours;
+        for (int x = 0; x < level.levelbricks; ++x)
+            for (int y = 0; y < level.levelbricks; ++y) {
+                const int v = level.BrickGrid(x, y);
+                const int s = level.SpellGrid(x, y);
+                EXPECT_TRUE(v == CellEmpty || (v >= 0 && v <= 9)) << n;
+                if (v == CellEmpty) ++holes;
+                else colours.insert(v);
+                if (s >= 0) spellLevels[s].push_back(n);
+                EXPECT_TRUE(s == NoSpell || (s <= 5 && v >= 0)) << n;
+            }
+        if (holes > 0) ++shaped;
+        EXPECT_LE(colours.size(), n <= 10 ? 4u : 9u) << n;
+    }
+    EXPECT_EQ(names.size(), 100u);
+    EXPECT_EQ(set.Level(1).levelbricks, 10);
+    EXPECT_EQ(set.Level(100).levelbricks, 40);
+    EXPECT_LE(set.Level(10).levelbricks, 14);
+    EXPECT_GE(set.Level(90).levelbricks, 34);
+    EXPECT_GE(shaped, 30);
+    EXPECT_EQ(folders, (std::set<std::string>{"", "crystal", "forest", "ocean", "ember"}));
+    for (int spell = 0; spell < SpellCount; ++spell) {
+        auto& at = spellLevels[spell];
+        ASSERT_FALSE(at.empty()) << spell;
+        at.erase(std::unique(at.begin(), at.end()), at.end());
+        EXPECT_LE(at.front(), 15) << "spell " << spell << " comes too late";
+        for (std::size_t i = 1; i < at.size(); ++i) EXPECT_LE(at[i] - at[i - 1], 6) << "spell " << spell;
+        EXPECT_GE(at.back(), 95) << spell;
+    }
+}
+
+TEST(ShippedLevelSets, EveryDefaultLevelIsClearedByItsStoredSolution) {
+    ReplayStoredSolutions("default", "default-solutions.txt", 100);
+}
+
+TEST(ShippedLevelSets, EveryMiniatureIsClearedByItsStoredSolution) {
+    ShippedSet set("miniatures");
+    EXPECT_EQ(set.load.Integrity, LevelSetIntegrity::NotChecked);
+    EXPECT_EQ(set.load.SetName, "Miniatures");
+    ReplayStoredSolutions("miniatures", "miniatures-solutions.txt", 20);
+}
+
+TEST(ShippedLevelSets, SolverOutputReplaysOnTheEngine) {
+    // The first three default levels, copied into a set of their own.
+    TempFolder f;
+    std::filesystem::create_directories(f / "first");
+    const std::string all = ReadFile(Source + "/game/levels/default/levels.set");
+    f.Write("first/levels.set", all.substr(0, all.find("[level4]")));
+    const std::string command = std::string(TOLVA_CLI) + " levels solve '" + (f / "first") + "' --budget 20";
+    FILE* pipe = ::popen(command.c_str(), "r");
+    ASSERT_NE(pipe, nullptr);
+    std::string out;
+    char buffer[4096];
+    std::size_t n;
+    while ((n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) out.append(buffer, n);
+    EXPECT_EQ(::pclose(pipe), 0);
+
+    ShippedSet set("default");
+    std::istringstream in(out);
+    std::string line;
+    int solved = 0;
+    while (std::getline(in, line)) {
+        Clicks clicks;
+        const int level = ParseSolutionLine(line, clicks);
+        ASSERT_GT(level, 0) << line;
+        EXPECT_TRUE(ReplayOnBoard(*set.game, level, clicks).cleared) << line;
+        ++solved;
+    }
+    EXPECT_EQ(solved, 3);
+}

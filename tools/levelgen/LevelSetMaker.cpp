@@ -1,0 +1,94 @@
+#include "LevelSetMaker.h"
+
+#include <algorithm>
+#include <atomic>
+#include <mutex>
+#include <random>
+#include <stdexcept>
+#include <thread>
+
+namespace tolva::levelgen {
+namespace {
+
+std::vector<int> ChoosePalette(int colours, std::mt19937_64& rng) {
+    std::vector<int> all{0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
+    std::shuffle(all.begin(), all.end(), rng);
+    all.resize(static_cast<std::size_t>(std::clamp(colours, 1, 10)));
+    std::sort(all.begin(), all.end());
+    return all;
+}
+
+// How forgiving a level is to a player who does not plan: the share of random players
+// who clear it, and half a point more if the greedy player clears it.
+double Friendliness(const Judgement& j) { return j.randomClearRate + (j.greedyClears ? 0.5 : 0.0); }
+
+} // namespace
+
+MadeLevel MakeLevel(const SetPlan& plan, int index, const MakeOptions& options) {
+    const LevelPlanEntry& entry = plan.levels.at(static_cast<std::size_t>(index));
+    std::vector<MadeLevel> made;
+    for (int c = 0; c < entry.candidates; ++c) {
+        std::mt19937_64 rng(options.seed * 0x9E3779B97F4A7C15ull + static_cast<std::uint64_t>(index) * 7919u +
+                            static_cast<std::uint64_t>(c) * 104729u);
+        DesignRequest request;
+        request.side = entry.side;
+        request.mask = MakeShape(entry.shape, entry.side, static_cast<unsigned>(rng()));
+        request.palette = ChoosePalette(entry.colours, rng);
+        request.minGroup = entry.minGroup;
+        request.maxGroup = entry.maxGroup;
+        request.spells = entry.spells;
+        for (int attempt = 0; attempt < 200; ++attempt) {
+            auto design = DesignLevel(request, rng);
+            if (!design) continue;
+            MadeLevel level;
+            level.record = design->record;
+            level.record.LevelName = entry.name;
+            level.record.levelgfxfolder = entry.folder;
+            level.solution = design->solution;
+            level.judgement = JudgeLevel(PlayBoard(level.record), options.randomPlayers, options.seed + static_cast<std::uint64_t>(index));
+            made.push_back(level);
+            break;
+        }
+    }
+    if (made.empty()) throw std::runtime_error("no design found for level " + std::to_string(index + 1));
+    // Most forgiving first; a friendly level takes the first, a hard one the last.
+    std::stable_sort(made.begin(), made.end(), [&](const MadeLevel& a, const MadeLevel& b) {
+        return Friendliness(a.judgement) > Friendliness(b.judgement);
+    });
+    // A moderate level is the least forgiving one that the greedy player still clears.
+    std::size_t pick = entry.mood == Mood::Hard ? made.size() - 1 : 0;
+    if (entry.mood == Mood::Moderate)
+        for (std::size_t i = 0; i < made.size(); ++i)
+            if (made[i].judgement.greedyClears) pick = i;
+    MadeLevel chosen = made[pick];
+    chosen.candidatesMade = static_cast<int>(made.size());
+    return chosen;
+}
+
+std::vector<MadeLevel> MakeSet(const SetPlan& plan, const MakeOptions& options) {
+    const int count = static_cast<int>(plan.levels.size());
+    std::vector<MadeLevel> levels(static_cast<std::size_t>(count));
+    std::atomic<int> next{0};
+    std::mutex reportLock;
+    std::exception_ptr failure;
+    auto worker = [&] {
+        for (int i = next++; i < count; i = next++) {
+            try {
+                levels[static_cast<std::size_t>(i)] = MakeLevel(plan, i, options);
+                std::lock_guard<std::mutex> lock(reportLock);
+                if (options.progress) options.progress(i + 1, levels[static_cast<std::size_t>(i)]);
+            } catch (...) {
+                std::lock_guard<std::mutex> lock(reportLock);
+                failure = std::current_exception();
+            }
+        }
+    };
+    std::vector<std::thread> threads;
+    for (int j = 1; j < std::max(1, options.jobs); ++j) threads.emplace_back(worker);
+    worker();
+    for (auto& t : threads) t.join();
+    if (failure) std::rethrow_exception(failure);
+    return levels;
+}
+
+} // namespace tolva::levelgen

@@ -1,0 +1,47 @@
+#pragma once
+// LevelSolver: finds a sequence of plain clicks that clears a level to the last brick.
+//
+// Clearing a board completely is the hard question of this kind of game: most
+// sequences strand a lone brick of some colour, and from then on the level can never
+// be cleared. The search is a beam search over PlayBoard states, widened step by step
+// (1, 4, 16, ... states per depth) until a clear is found or the time budget is spent.
+// Each depth keeps the states that look closest to a clear:
+//  - a state with a colour of exactly one brick left is dead and is dropped;
+//  - otherwise fewer lone bricks and fewer groups are better, as each group still
+//    needs at least one click and every lone brick has to be joined to others first.
+// Spells lying on the board are never clicked: they fall and are collected on their
+// own, so a solution also shows that a player can keep every spell of the level.
+// Ties are broken by a seeded random number, so a run is repeatable for a given seed
+// as long as the same widths complete within the budget.
+#include "PlayBoard.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace tolva::levelgen {
+
+struct SolveOptions {
+    double seconds = 10.0;        // wall-clock budget for the whole search
+    std::uint64_t seed = 1;
+    int maxWidth = 1 << 14;       // widest beam tried
+    int firstWidth = 1;
+};
+
+struct SolveResult {
+    bool solved = false;
+    std::vector<Cell> clicks;     // cells in click order, valid on the board they were found for
+    std::uint64_t states = 0;     // states looked at, for the curious
+    int width = 0;                // beam width that found the clear
+};
+
+// True when some value 0..10 has exactly one cell left: that brick can never go.
+bool HasStrandedBrick(const PlayBoard& board);
+
+SolveResult SolveLevel(const PlayBoard& start, const SolveOptions& options);
+
+// Replays `clicks` from `start`; true when every click takes a group and the board ends
+// cleared. `failedAt` gives the index of the first refused click, or the click count
+// when all went and the board is not clear.
+bool ReplayClears(const PlayBoard& start, const std::vector<Cell>& clicks, std::size_t* failedAt = nullptr);
+
+} // namespace tolva::levelgen
