@@ -23,7 +23,6 @@ void TolvaBoard::CreateParts() {
     for (std::size_t i = 0; i < gfx_.size(); ++i) gfx_[i] = store.CreateHolder("Gfx(" + std::to_string(i) + ")");
     for (std::size_t i = 0; i < ss_.size(); ++i) ss_[i] = store.CreateHolder("ss(" + std::to_string(i) + ")");
     tmpBack_ = store.CreateHolder("TmpBack");
-    bonusPic_ = store.CreateHolder("BonusPic");
 
     // The hint plays its strip once over one cell and hides itself when done.
     aniHint_ = store.CreateStrip("AniHint");
@@ -39,6 +38,56 @@ void TolvaBoard::CreateParts() {
     soundTimer_ = platform_.Loop.CreateTimer(false);
     soundTimer_->SetInterval(1000);
     soundTimer_->OnTick = [this] { soundTimer_->SetEnabled(false); };
+
+    CreateEffectParts();
+}
+
+void TolvaBoard::CreateEffectParts() {
+    auto& store = platform_.Pictures;
+    auto& loop = platform_.Loop;
+
+    // The bonus screen covers the board while it shows; its three lines stand at fixed
+    // heights on it, and each is centred on it whenever it gets a number.
+    bonusPic_ = std::make_unique<PicturePanel>(store.CreateHolder("BonusPic"), nullptr);
+    levBonus_ = std::make_unique<PicturePanel>(store.CreateHolder("LevBonus"), bonusPic_.get());
+    picTimes_ = std::make_unique<PicturePanel>(store.CreateHolder("picTimes"), bonusPic_.get());
+    picBonus_ = std::make_unique<PicturePanel>(store.CreateHolder("picBonus"), bonusPic_.get());
+    levBonus_->SetBounds({0, 133, 0, 60});
+    picTimes_->SetBounds({0, 281, 0, 60});
+    picBonus_->SetBounds({0, 411, 0, 60});
+    for (std::size_t i = 0; i < no_.size(); ++i) no_[i] = store.CreateHolder("No(" + std::to_string(i) + ")");
+    pipette_ = store.CreateHolder("Pipette");
+
+    // The explosion and the bomb end their wait with their Finish; the saw hides itself.
+    animation_ = store.CreateStrip("Animation");
+    animation_->SetInterval(20);
+    animation_->SetMoveHeight(50);
+    animation_->OnFinish = [this] { EffectPlaying = false; };
+    bom_ = store.CreateStrip("BOM");
+    bom_->SetInterval(120);
+    bom_->SetMoveHeight(50);
+    bom_->OnFinish = [this] { EffectPlaying = false; };
+    bounce_ = store.CreateStrip("Bounce");
+    bounce_->SetInterval(40);
+    bounce_->SetMoveHeight(50);
+    bounce_->OnFinish = [this] { bounce_->SetVisible(false); };
+
+    flashTimer_ = loop.CreateTimer(true);
+    flashTimer_->SetInterval(FlashInterval);
+    flashTimer_->OnTick = [this] { FlashTimer_Timer(); };
+    // The saw's timers start with these periods; MakeBounce gives them theirs.
+    bounceTimer_ = loop.CreateTimer(true);
+    bounceTimer_->SetInterval(20);
+    bounceTimer_->OnTick = [this] { BounceTimer_Timer(); };
+    bounceOn_ = loop.CreateTimer(true);
+    bounceOn_->SetInterval(1000);
+    bounceOn_->OnTick = [this] { bounceOn_->SetEnabled(false); };
+    bonusTimer_ = loop.CreateTimer(true);
+    bonusTimer_->SetInterval(BonusStepInterval);
+    bonusTimer_->OnTick = [this] { BonusTimer_Timer(); };
+    removeBonusTimer_ = loop.CreateTimer(true);
+    removeBonusTimer_->SetInterval(BonusLingerTime);
+    removeBonusTimer_->OnTick = [this] { RemoveBonusTimer_Timer(); };
 }
 
 void TolvaBoard::SetxBricks(std::int16_t side) {

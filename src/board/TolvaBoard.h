@@ -18,13 +18,22 @@
 //    above 5, a level side out of range. Every grid access is bounded by the 40 x 40 of
 //    the grids, and xBricks is kept within 1..40.
 //
+//  - Spells and effects wait for their strips and timers while letting events run, so a
+//    tick or a click can come in during a spell. SpellClickPending turns the board's
+//    clicks away and SpellRunning (in LevelModule) the spell buttons; BoardReady false
+//    keeps a repaint from painting over an effect.
+//
 // The operations are split over files by concern: TolvaBoard.cpp (creation, properties,
 // score and level-end events), TolvaBoardRules.cpp (group search and compaction),
 // TolvaBoardLevel.cpp (level start and level pictures), TolvaBoardClick.cpp (the mouse),
-// TolvaBoardFinders.cpp (moves and hints), TolvaBoardDrawing.cpp (what a paint pass draws).
+// TolvaBoardFinders.cpp (moves and hints), TolvaBoardDrawing.cpp (what a paint pass draws),
+// TolvaBoardSpells.cpp (the spell path of a click and the spells), TolvaBoardSaw.cpp (the
+// bouncing saw), TolvaBoardColour.cpp (recolouring, the flashing marker, clearing the
+// rest), TolvaBoardBonus.cpp (the bonus count-up and the effect strips).
 #include "board/BoardListener.h"
 #include "board/LevelModule.h"
 #include "support/platform/BoardPlatform.h"
+#include "support/platform/PicturePanel.h"
 
 #include <array>
 #include <cstdint>
@@ -41,6 +50,16 @@ public:
     static constexpr std::int32_t DefaultUpdateDelay = 200;
     static constexpr double LevelBonus = 100000;
     static constexpr std::int16_t MaxBonusTimes = 9;
+    // Timing of the effects, in milliseconds.
+    static constexpr std::int32_t SawStepInterval = 180;
+    static constexpr std::int32_t SawRunTime = 4000;
+    static constexpr std::int16_t SawPasses = 400;
+    static constexpr std::int32_t FlashInterval = 30;
+    static constexpr std::int16_t FlashStep = 30;
+    static constexpr std::int32_t BonusStepInterval = 130;
+    static constexpr std::int32_t BonusLingerTime = 1000;
+    static constexpr int UmbrellaDeals = 11;
+    static constexpr int RainbowMaxPicks = 50000;
 
     TolvaBoard(LevelModule& game, const BoardPlatform& platform, BoardListener& listener);
     ~TolvaBoard();
@@ -88,6 +107,44 @@ public:
     void BoardClick(int x, int y);
     void SetHuntDelay(std::int16_t DelayValue) { HuntDelay = DelayValue; }
 
+    // ---- spells (TolvaBoardSpells.cpp) --------------------------------------------------
+    // Carries out spell SpellNo on cell (X, Y) and spends it, whether it changed anything
+    // or not; any other number does nothing but is spent all the same.
+    void UseSpell(std::int16_t SpellNo, int X, int Y);
+    // Takes one brick away as a spell does: a brick with a spell hidden under it turns
+    // into that spell, anything else becomes a hole. Paints nothing.
+    void SpellBrick(int X, int Y);
+    // The strip of frmMain that plays between the two clicks of the "TEST TUBE"; the
+    // window that owns it hands it over. nullptr for none.
+    void SetTestTubeAnimation(PictureStrip* strip) { testTubeAnimation_ = strip; }
+
+    // ---- the bouncing saw (TolvaBoardSaw.cpp) -------------------------------------------
+    // Runs the saw from cell (x, y) for four seconds and returns when it has ended and
+    // the board has closed up.
+    void MakeBounce(int x, int y);
+
+    // ---- recolouring and clearing (TolvaBoardColour.cpp) --------------------------------
+    // Gives the group of (x, y) the value SetColor, painting cell by cell.
+    void HuntAndSetColor(int x, int y, std::int16_t SetColor);
+    // Takes every colour brick off the board, without points, and closes the board up.
+    void ClearRestOfBoardNow();
+
+    // ---- the bonus display and the effect strips (TolvaBoardBonus.cpp) -----------------
+    // Counts Times steps of Bonus up on the bonus screen, one step every 130 ms, and
+    // returns when the count is done; the screen stays one more second.
+    void ShowBonusMovie(double Bonus, std::int16_t Times);
+    // Shows a text of digits and points in PicObject with the digit pictures, centred on
+    // the bonus screen.
+    void ShowBonus(PicturePanel& PicObject, const std::string& sNumber);
+    // 100000 -> "100.000", 0 -> "000.00": at least five digits, a point after every
+    // third counted from the left.
+    static std::string FormatBonus(double Point);
+    // The width of a number written with the digit pictures No(0..10).
+    std::int32_t GetWidthOfPictures(const std::string& strNo) const;
+    // Play the explosion or the bomb at a pixel position and return when it has played.
+    void AnimationEffect(double X, double Y);
+    void BomEffect(double X, double Y);
+
     // ---- score and level end (TolvaBoard.cpp) -------------------------------------------
     void SetScoreEvents();
     void SetGameOver();
@@ -122,10 +179,26 @@ public:
     PictureHolder& Gfx(int i) { return *gfx_.at(static_cast<std::size_t>(i)); }
     PictureHolder& ss(int i) { return *ss_.at(static_cast<std::size_t>(i)); }
     PictureHolder& TmpBack() { return *tmpBack_; }
-    PictureHolder& BonusPic() { return *bonusPic_; }
     PictureStrip& AniHint() { return *aniHint_; }
     Timer& Timer1() { return *timer1_; }
     Timer& SoundTimer() { return *soundTimer_; }
+    // The bonus screen, and the three lines on it: bonus per step, steps, total.
+    PicturePanel& BonusPic() { return *bonusPic_; }
+    PicturePanel& LevBonus() { return *levBonus_; }
+    PicturePanel& picTimes() { return *picTimes_; }
+    PicturePanel& picBonus() { return *picBonus_; }
+    // The digits 0 to 9 of the bonus display and, in No(10), its point.
+    PictureHolder& No(int i) { return *no_.at(static_cast<std::size_t>(i)); }
+    // The pointer shown between the two clicks of the "TEST TUBE".
+    PictureHolder& Pipette() { return *pipette_; }
+    PictureStrip& Animation() { return *animation_; }
+    PictureStrip& BOM() { return *bom_; }
+    PictureStrip& Bounce() { return *bounce_; }
+    Timer& FlashTimer() { return *flashTimer_; }
+    Timer& BounceTimer() { return *bounceTimer_; }
+    Timer& BounceOn() { return *bounceOn_; }
+    Timer& BonusTimer() { return *bonusTimer_; }
+    Timer& RemoveBonusTimer() { return *removeBonusTimer_; }
 
     // ---- the state of the board ----------------------------------------------------------
     // Kept public like the fields of a record: the board's own files and the tests read
@@ -148,9 +221,50 @@ public:
     std::int16_t FlashX = 0;
     std::int16_t FlashY = 0;
 
+    // The saw's heading; kept from one saw to the next.
+    bool BounceRight = false;
+    bool BounceDown = false;
+    // The colour of the next flash of the test tube's marker; kept from one use to the next.
+    struct FlashColour {
+        std::int16_t Red = 0;
+        std::int16_t Green = 0;
+        std::int16_t Blue = 0;
+        bool Falling = false;
+    } TestTubeFlash;
+    // The bonus count-up: steps counted, steps to count, points per step.
+    std::int16_t BonusCounted = 0;
+    std::int16_t BonusSteps = 0;
+    double BonusPerStep = 0;
+    // An effect strip is playing; its Finish clears it.
+    bool EffectPlaying = false;
+
 private:
     // The spell path of a click on an occupied cell with a spell armed.
     void SpellClickPath(int x, int y);
+    void MarkTestTubeCell(int x, int y);
+    void PourTestTube(int x, int y);
+    // A level start ends whatever a spell left half done: no click pending, no spell
+    // running, no marker, no test tube animation, the default pointer.
+    void ReturnSpellsToIdle();
+    void Rainbow(int x, int y);
+    void Gun(int x, int y);
+    void GunShot(int x, int y);
+    void Bomb(int x, int y);
+    void Umbrella();
+    // The size of one cell on the surface.
+    double CellWidth() const;
+    double CellHeight() const;
+    void SizeToCell(PictureStrip& strip);
+    void PlayDataWave(const std::string& name);
+
+    void BounceTimer_Timer();
+    bool SawMayWalkOn(int x, int y) const;
+    void PlaceBounce();
+    void FlashTimer_Timer();
+    void BonusTimer_Timer();
+    void RemoveBonusTimer_Timer();
+    void PlayEffect(PictureStrip& strip, const std::string& wave, double X, double Y);
+    void CreateEffectParts();
     // The closing up after a removal shown as holes.
     void Timer1_Timer();
     // The move test of the finders, with its strict bounds on the right and below.
@@ -169,10 +283,27 @@ private:
     std::array<std::unique_ptr<PictureHolder>, 10> gfx_;
     std::array<std::unique_ptr<PictureHolder>, SpellCount> ss_;
     std::unique_ptr<PictureHolder> tmpBack_;
-    std::unique_ptr<PictureHolder> bonusPic_;
+    std::unique_ptr<PicturePanel> bonusPic_;
+    std::unique_ptr<PicturePanel> levBonus_;
+    std::unique_ptr<PicturePanel> picTimes_;
+    std::unique_ptr<PicturePanel> picBonus_;
+    std::array<std::unique_ptr<PictureHolder>, 11> no_;
+    std::unique_ptr<PictureHolder> pipette_;
     std::unique_ptr<PictureStrip> aniHint_;
+    std::unique_ptr<PictureStrip> animation_;
+    std::unique_ptr<PictureStrip> bom_;
+    std::unique_ptr<PictureStrip> bounce_;
+    PictureStrip* testTubeAnimation_ = nullptr;
     std::unique_ptr<Timer> timer1_;
     std::unique_ptr<Timer> soundTimer_;
+    std::unique_ptr<Timer> flashTimer_;
+    std::unique_ptr<Timer> bounceTimer_;
+    std::unique_ptr<Timer> bounceOn_;
+    std::unique_ptr<Timer> bonusTimer_;
+    std::unique_ptr<Timer> removeBonusTimer_;
+    // The saw's cell; Bounce stands on it.
+    int bounceCol_ = 0;
+    int bounceRow_ = 0;
 };
 
 } // namespace tolva

@@ -71,10 +71,4 @@ void TolvaBoard::PlayRefusalSound() {
     if (game_.PlaySounds) platform_.Sound.PlayWave(AppPath() + "data\\8.wav");
 }
 
-// UNFINISHED: the spell path of a click (SpellClick, the test tube's two clicks, UseSpell,
-// the score and the closing up of a spell) is built with the spell engine. Until then a
-// click on an occupied cell with a spell armed ends here, changes nothing and leaves the
-// spell armed.
-void TolvaBoard::SpellClickPath(int /*x*/, int /*y*/) {}
-
 } // namespace tolva

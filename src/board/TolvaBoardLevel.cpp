@@ -20,6 +20,9 @@ void TolvaBoard::NewGame(std::int16_t& xLevel) {
     BoardReady = false;
     game_.BonusTimes = 0;
     game_.ActiveSpell = NoSpell;
+    // The menus can start a level in the middle of a spell, or between the two clicks of
+    // the test tube; whatever the spell left half done goes back to idle.
+    ReturnSpellsToIdle();
     GameIsOver = false;
     if (xLevel == -1) {
         game_.CurLevelNo = static_cast<std::int16_t>(game_.CurLevelNo + 1);

@@ -106,14 +106,18 @@ TEST(Click, ArmedSpellTakesTheClickFromThePlainRemoval) {
     BoardFixture f;
     f.Start({"11.", "22.", "33."});
     f.Game->ActiveSpell = tolva::SpellGun;
-    // Any button on an occupied cell goes to the spell, never to a plain removal.
-    f.Click(0, 0, 1);
-    f.Click(0, 1, 2);
     // A hole with a spell armed: nothing, and the spell stays armed.
     f.Click(2, 0, 1);
     EXPECT_EQ(f.Rows(), (Rows{"11.", "22.", "33."}));
     EXPECT_TRUE(f.Events.Take().empty());
     EXPECT_EQ(f.Game->ActiveSpell, tolva::SpellGun);
+    // Any button on an occupied cell goes to the spell, never to a plain removal: the right
+    // button on a colour brick fires it, and no click of the level is counted.
+    f.Click(0, 1, 2);
+    EXPECT_EQ(f.Rows(), (Rows{"11.", "...", "33."}));
+    EXPECT_EQ(f.Events.Take(), (Rows{"SpellClick(2,1)", "SpellInUse(true)", "SpellInUse(false)", "SpellUsed(2)",
+                                     "NewScore(4)", "BricksRemoved(2)", "CanDoNextMove"}));
+    f.Host.Sound.ClearCalls();
 
     // Without a spell: the middle button does nothing, a lone brick does nothing.
     f.Game->ActiveSpell = tolva::NoSpell;

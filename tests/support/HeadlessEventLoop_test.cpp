@@ -162,3 +162,21 @@ TEST(HeadlessEventLoop, PostedEventsRunInOrderAndPauseDeliversNothing) {
     loop.Advance(50);
     EXPECT_EQ(victimTicks, 0);
 }
+
+TEST(HeadlessEventLoop, AdvanceNeverTurnsTheClockBackAfterATickThatWaited) {
+    HeadlessEventLoop loop;
+    auto slow = loop.CreateTimer();
+    auto inner = loop.CreateTimer();
+    inner->SetInterval(500);
+    bool innerDone = false;
+    inner->OnTick = [&] { innerDone = true; inner->SetEnabled(false); };
+    slow->SetInterval(100);
+    slow->OnTick = [&] {
+        slow->SetEnabled(false);
+        inner->SetEnabled(true);
+        loop.WaitUntil([&] { return innerDone; });   // runs to 600, past the Advance's end
+    };
+    slow->SetEnabled(true);
+    loop.Advance(200);
+    EXPECT_EQ(loop.NowMs(), 600);
+}

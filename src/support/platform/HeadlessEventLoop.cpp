@@ -131,7 +131,8 @@ void HeadlessEventLoop::Advance(std::int64_t ms) {
         if (next < 0 || next > end) break;
         if (next > now_) now_ = next;
     }
-    now_ = end;
+    // A tick may itself have waited past `end`; the clock never runs backwards.
+    now_ = std::max(now_, end);
     RunDue();
 }
 

@@ -1,0 +1,309 @@
+#include "session/GameSession.h"
+
+#include "board/TolvaBoard.h"
+#include "session/LevelCodes.h"
+#include "stats/StatLog.h"
+#include "support/ZenkorModule.h"
+
+#include <vector>
+
+namespace tolva {
+namespace {
+
+constexpr std::int32_t IdleDelay = 20000;   // ms without points before the mascot comes
+constexpr std::int32_t SpellSoundGap = 1000;
+constexpr std::int32_t Red = 255;           // colours are 0xBBGGRR
+
+bool ValidSpell(std::int16_t n) { return n >= 0 && n < SpellCount; }
+
+} // namespace
+
+GameSession::GameSession(LevelModule& game, const BoardPlatform& platform, SessionView& view,
+                         SessionServices& services)
+    : game_(game), platform_(platform), view_(view), services_(services) {
+    SpellNames = {"BOUNCING SAW", "RAINBOW", "GUN", "TEST TUBE", "BOMB", "UMBRELLA", ""};
+    soundTimer_ = platform_.Loop.CreateTimer(false);
+    soundTimer_->SetInterval(SpellSoundGap);
+    soundTimer_->OnTick = [this] { soundTimer_->SetEnabled(false); };
+    timer2_ = platform_.Loop.CreateTimer(false);
+    timer2_->SetInterval(IdleDelay);
+    timer2_->OnTick = [this] {
+        timer2_->SetEnabled(false);
+        if (game_.PlayAnimations) services_.PlayKedelig();
+    };
+    timer2_->SetEnabled(true);
+}
+
+GameSession::~GameSession() = default;
+
+// ---- the game -----------------------------------------------------------------------------
+
+bool GameSession::NewGame(std::int16_t StartAtLevel) {
+    if (GameRunning) {
+        const auto answer = platform_.Dialog.MessageBox("Are you sure you want to quit current game ?", "Restart game?",
+                                                        MessageIcon::Warning, MessageButtons::OkCancel);
+        if (answer != MessageResult::Ok) return false;
+        services_.CheckIfHiScore();
+    }
+    game_.ActiveSpell = NoSpell;
+    SpellStock.fill(0);
+    UpdateSpells();
+    Score = 0;
+    game_.CurLevelNo = 1;
+    UpdateScore(0);
+    services_.PrintHiScore(-1, 0, 0);
+    view_.SetLabel(SessionLabel::Level, "1");
+    view_.SetLabel(SessionLabel::Bonus, "0");
+    view_.SetLabel(SessionLabel::LevelCode, "");
+    LastLevel = 0;
+    std::int16_t level = StartAtLevel;
+    board_->NewGame(level);
+    if (!game_.CheatMode) ScoreFrozen = false;
+    GameRunning = true;
+    return true;
+}
+
+void GameSession::UpdateScore(double ScoreP) {
+    view_.SetLabel(SessionLabel::Score, FormatScore(ScoreP));
+}
+
+std::string GameSession::FormatScore(double Value) {
+    std::string digits = NumberText(Value);
+    if (digits.size() < 9) digits.insert(0, 9 - digits.size(), '0');
+    std::string grouped;
+    for (std::size_t i = 0; i < digits.size(); ++i) {
+        grouped += digits[i];
+        if ((i + 1) % 3 == 0 && i + 1 < digits.size()) grouped += '.';
+    }
+    return grouped;
+}
+
+void GameSession::UpdateSpells() {
+    SpellPanel panel;
+    for (std::size_t i = 0; i < panel.Counts.size(); ++i)
+        panel.Counts[i] = SpellStock[i] < 1 ? "0" : NumberText(SpellStock[i]);
+    panel.Active = ValidSpell(game_.ActiveSpell) ? game_.ActiveSpell : NoSpell;
+    if (panel.Active != NoSpell) panel.ActiveName = SpellNames[static_cast<std::size_t>(panel.Active)];
+    view_.ShowSpellPanel(panel);
+}
+
+// ---- the spell bar ---------------------------------------------------------------------------
+
+void GameSession::sp_Click(std::int16_t Index) {
+    if (game_.SpellRunning || !GameRunning || !ValidSpell(Index)) return;
+    if (game_.ActiveSpell != NoSpell) {
+        const std::int16_t was = game_.ActiveSpell;
+        game_.ActiveSpell = NoSpell;
+        UpdateSpells();
+        if (was == Index) return;
+    }
+    if (SpellStock[static_cast<std::size_t>(Index)] < 1 && !game_.CheatMode) return;
+    game_.ActiveSpell = Index;
+    UpdateSpells();
+}
+
+void GameSession::ActiveSpell_Click() {
+    if (game_.SpellRunning) return;
+    game_.ActiveSpell = NoSpell;
+    UpdateSpells();
+}
+
+// ---- the PC speaker ----------------------------------------------------------------------------
+
+void GameSession::SpeakerEvent(std::int16_t EventSound) {
+    // Frequency and length of each beep; a frequency of 0 is a pause.
+    struct Beep { std::int32_t hz, ms; };
+    static const std::vector<Beep> signals[4] = {
+        {{1000, 200}, {500, 200}},
+        {{1500, 200}, {2000, 200}, {0, 200}, {2000, 200}},
+        {},
+        {{3000, 100}, {2500, 100}, {2000, 100}, {0, 100}, {1500, 200}, {2000, 200}, {0, 200}, {2000, 200}},
+    };
+    if (EventSound < 0 || EventSound > 3) return;
+    for (const Beep& b : signals[EventSound]) {
+        if (b.hz == 0) platform_.Loop.Pause(b.ms);
+        else services_.SpeakerBeep(b.hz, b.ms);
+    }
+}
+
+// ---- autoplay ------------------------------------------------------------------------------------
+
+void GameSession::WaitLettingEventsRun(std::int32_t ms) {
+    // A one-shot timer marks the end, so the wait sleeps on a real loop and runs on the
+    // virtual clock in tests.
+    bool done = false;
+    auto timer = platform_.Loop.CreateTimer(true);
+    timer->SetInterval(ms);
+    timer->OnTick = [&] { done = true; timer->SetEnabled(false); };
+    timer->SetEnabled(true);
+    platform_.Loop.WaitUntil([&] { return done; });
+}
+
+void GameSession::AutoPlay() {
+    if (!AutoplayChecked) return;
+    float x = 0, y = 0;
+    bool clickDone = false;
+    // Nearly always a plain move; about one move in three hundred tries a spell in stock.
+    if (CInt(platform_.Rng.Next() * 3000) > 2990) {
+        const std::int16_t s = CInt(platform_.Rng.Next() * 6);
+        if (SpellStock[static_cast<std::size_t>(s)] >= 1) {
+            sp_Click(s);
+            board_->GetRandomBrick(x, y);
+            if (s == SpellTestTube) {
+                board_->ClickOnBrick(x, y, 1);
+                WaitLettingEventsRun(1000);
+                board_->GetRandomBrick(x, y);
+            }
+            clickDone = true;
+        }
+    }
+    if (!clickDone) board_->GetRandomMoveableBrick(x, y);
+    board_->ClickOnBrick(x, y, 1);
+    platform_.Loop.DoEvents();
+}
+
+// ---- the board's events ------------------------------------------------------------------------
+
+void GameSession::BricksRemoved(std::int16_t) { UpdateScore(Score); }
+
+void GameSession::MouseMove(std::int16_t xIndex, std::int16_t yIndex) {
+    const std::int16_t type = board_ != nullptr ? board_->GetBrick(xIndex, yIndex) : 0;
+    view_.SetLabel(SessionLabel::Pointer,
+                   "X:" + NumberText(xIndex) + ",Y:" + NumberText(yIndex) + "  TYPE:" + NumberText(type));
+}
+
+void GameSession::GameOver() {
+    if (AutoplayChecked) {
+        // Autoplay runs on through the set: a dead end is cleared away like a level.
+        if (SpeakerEnabled) SpeakerEvent(0);
+        AutoClearing = true;
+        board_->ClearRestOfBoardNow();
+        return;
+    }
+    GameRunning = false;
+    if (!SilentGameOver)
+        platform_.Dialog.MessageBox("G A M E   O V E R !", "YOU DID WHAT YOU COULD ?!", MessageIcon::Information,
+                                    MessageButtons::Ok);
+    AutoplayChecked = false;
+    services_.CheckIfHiScore();
+    view_.ShowStandardBackground();
+    if (game_.MakeStat && game_.CurLevelNo > 0) {
+        LevelTally tally{LevelClicks, SpellClicks};
+        StatLog(AppPath() + "stat.ini").WriteStat(game_.CurLevelNo, true, IsDefaultSet, tally);
+        LevelClicks = tally.LevelClicks;
+        SpellClicks = tally.SpellClicks;
+    }
+}
+
+void GameSession::RestartIdleTimer(std::int32_t ms) {
+    timer2_->SetEnabled(false);
+    timer2_->SetInterval(1);
+    timer2_->SetInterval(ms);
+    timer2_->SetEnabled(true);
+}
+
+void GameSession::NewScore(double point) {
+    RestartIdleTimer(IdleDelay);
+    if (!ScoreFrozen || KeepScoreInCheat) Score += point;
+    UpdateScore(Score);
+    const std::int16_t place = services_.CheckHiscorePlace();
+    if (place > 0) services_.PrintHiScore(place, Red, 0);
+}
+
+void GameSession::PlayDataWave(const std::string& name) {
+    platform_.Sound.PlayWave(AppPath() + "data\\" + name);
+}
+
+void GameSession::NewSpell(std::int16_t spellNumber) {
+    if (!ValidSpell(spellNumber)) return;
+    SpellStock[static_cast<std::size_t>(spellNumber)] += 1;
+    UpdateSpells();
+    if (!soundTimer_->Enabled() && game_.PlaySounds) PlayDataWave("9.wav");
+    soundTimer_->SetEnabled(true);
+    platform_.Loop.DoEvents();
+}
+
+void GameSession::ShowClicks() {
+    std::string text = "CLICKS: " + NumberText(LevelClicks);
+    if (IsDefaultSet && ClickTarget >= 0) text += " / " + NumberText(ClickTarget);
+    view_.SetLabel(SessionLabel::Clicks, text);
+}
+
+void GameSession::ReadClickTarget(std::int16_t levelNo) {
+    ClickTarget = IsDefaultSet ? StatLog(AppPath() + "stat.ini").ClickTarget(levelNo) : -1;
+    view_.SetLabel(SessionLabel::Clicks, ClickTarget >= 0 ? "CLICKS: 0 / " + NumberText(ClickTarget) : "CLICKS: 0");
+}
+
+void GameSession::NewLevel(std::int16_t levelNo) {
+    if (levelNo >= 1 && levelNo <= MaxLevels)
+        view_.SetLabel(SessionLabel::LevelName, game_.Levels[static_cast<std::size_t>(levelNo - 1)].LevelName);
+    if (IsDefaultSet && levelNo >= 2)
+        view_.SetLabel(SessionLabel::LevelCode, "LEVEL-CODE:" + LevelCodes::CodeOf(levelNo));
+    view_.SetLabel(SessionLabel::Level, NumberText(levelNo));
+
+    // The level just left is logged now that the next one begins.
+    if (levelNo < 2 && LastLevel != 100) {
+        LevelClicks = 0;
+    } else if (!game_.MakeStat) {
+        LevelClicks = 0;
+    } else {
+        LevelTally tally{LevelClicks, SpellClicks};
+        const std::int16_t logged = LastLevel == 100 ? std::int16_t{100} : static_cast<std::int16_t>(levelNo - 1);
+        StatLog(AppPath() + "stat.ini").WriteStat(logged, false, IsDefaultSet, tally);
+        LevelClicks = tally.LevelClicks;
+        SpellClicks = tally.SpellClicks;
+    }
+    LastLevel = levelNo;
+    ReadClickTarget(levelNo);
+    AutoClearing = false;
+}
+
+void GameSession::SpellUsed(std::int16_t spellNumber) {
+    if (ValidSpell(spellNumber)) SpellStock[static_cast<std::size_t>(spellNumber)] -= 1;
+    game_.ActiveSpell = NoSpell;
+    UpdateSpells();
+}
+
+void GameSession::BonusScore(double bonus, std::int16_t xTimes) {
+    if (game_.CheatMode && !AutoClearing && SpeakerEnabled)
+        SpeakerEvent(LastClickCount > ClickTarget ? 1 : 3);
+    view_.SetLabel(SessionLabel::Bonus, NumberText(xTimes));
+    platform_.Loop.DoEvents();
+    if (bonus == 0) return;
+    if (xTimes > 0) {
+        const std::int16_t sound = xTimes == 9 ? 10 : static_cast<std::int16_t>(11 + CInt(platform_.Rng.Next() * 2));
+        if (game_.ShowBonusCounter) {
+            if (game_.PlaySounds) PlayDataWave(NumberText(sound) + ".wav");
+            board_->ShowBonusMovie(bonus, xTimes);
+        } else {
+            NewScore(xTimes * bonus);
+        }
+    }
+    view_.SetLabel(SessionLabel::Bonus, "0");
+}
+
+void GameSession::BonusTimes(std::int16_t bonusTimesNow) {
+    view_.SetLabel(SessionLabel::Bonus, NumberText(bonusTimesNow));
+}
+
+void GameSession::CanDoNextMove() {
+    if (!AutoplayChecked) return;
+    platform_.Loop.DoEvents();
+    AutoPlay();
+}
+
+void GameSession::ResourceLoaded(const std::string& resource) { view_.ShowLoadingText(resource); }
+
+void GameSession::SpellInUse(bool inUse) { NoSpellBusy = !inUse; }
+
+void GameSession::RemoveClick(std::int16_t) {
+    LevelClicks += 1;
+    LastClickCount = LevelClicks;
+    ShowClicks();
+}
+
+void GameSession::SpellClick(std::int16_t spellNumber, std::int16_t) {
+    if (ValidSpell(spellNumber)) SpellClicks[static_cast<std::size_t>(spellNumber)] += 1;
+}
+
+} // namespace tolva

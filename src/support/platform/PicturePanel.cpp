@@ -1,0 +1,27 @@
+#include "support/platform/PicturePanel.h"
+
+namespace tolva {
+
+PicturePanel::PicturePanel(std::unique_ptr<PictureHolder> holder, const PicturePanel* container)
+    : holder_(std::move(holder)), container_(container) {}
+
+void PicturePanel::SetBounds(const SurfaceRect& bounds) {
+    bounds_ = bounds;
+    Changed();
+}
+
+void PicturePanel::Cls() {
+    pieces_.clear();
+    Changed();
+}
+
+void PicturePanel::PaintPicture(const PictureHolder& picture, double left, double top) {
+    pieces_.push_back({&picture, left, top});
+    Changed();
+}
+
+void PicturePanel::Changed() {
+    if (OnChanged) OnChanged();
+}
+
+} // namespace tolva

@@ -1,0 +1,224 @@
+#include "session/SessionFixture.h"
+
+#include "session/LevelCodes.h"
+
+#include <gtest/gtest.h>
+
+using namespace tolva;
+using namespace tolva::testing;
+
+TEST(GameSession, FormatScoreGroupsDigitsInThreesFromTheLeft) {
+    EXPECT_EQ(GameSession::FormatScore(0), "000.000.000");
+    EXPECT_EQ(GameSession::FormatScore(1234), "000.001.234");
+    EXPECT_EQ(GameSession::FormatScore(123456789), "123.456.789");
+    EXPECT_EQ(GameSession::FormatScore(1234567890), "123.456.789.0");
+    EXPECT_EQ(GameSession::FormatScore(99000000000.0), "990.000.000.00");
+}
+
+TEST(GameSession, AGameRunsFromLevelToLevelAndEndsOnADeadBoard) {
+    SessionFixture f;
+    f.SetLevel(1, {"11", "22"});
+    f.SetLevel(2, {"33", "45"});
+    ASSERT_TRUE(f.Session.NewGame(1));
+    EXPECT_TRUE(f.Session.GameRunning);
+    EXPECT_EQ(f.Label(SessionLabel::Score), "000.000.000");
+    EXPECT_EQ(f.Label(SessionLabel::LevelName), "LEVEL 1");
+    EXPECT_EQ(f.Label(SessionLabel::LevelCode), "");   // level 1 never shows its code
+    EXPECT_EQ(f.Label(SessionLabel::Clicks), "CLICKS: 0");
+
+    f.Click(0, 0);   // the pair of 1s: 4 points
+    EXPECT_EQ(f.Session.Score, 4);
+    EXPECT_EQ(f.Label(SessionLabel::Score), "000.000.004");
+    EXPECT_EQ(f.Label(SessionLabel::Clicks), "CLICKS: 1");
+
+    // On a 2 x 2 board every pair is at least the side less one: two steps of the level
+    // bonus, counted up on the bonus screen through NewScore, with a fanfare.
+    f.Host.Sound.ClearCalls();
+    f.Click(0, 1);
+    EXPECT_EQ(f.Session.Score, 8 + 2 * 100000);
+    EXPECT_EQ(f.Label(SessionLabel::Bonus), "0");
+    ASSERT_FALSE(f.Host.Sound.Calls().empty());
+    const std::string fanfare = f.Host.Sound.Calls().front().File;
+    EXPECT_TRUE(fanfare == AppPath() + "data\\11.wav" || fanfare == AppPath() + "data\\12.wav" ||
+                fanfare == AppPath() + "data\\13.wav") << fanfare;
+    EXPECT_EQ(f.Label(SessionLabel::Level), "2");
+    EXPECT_EQ(f.Label(SessionLabel::LevelCode), "LEVEL-CODE:" + LevelCodes::CodeOf(2));
+    // Level 1 was logged as finished when level 2 began.
+    EXPECT_EQ(f.Stat("LEVEL1", "minclicks"), "2");
+    EXPECT_EQ(f.Stat("LEVEL1", "played"), "1");
+    EXPECT_EQ(f.Session.LevelClicks, 0);
+    // Its fewest clicks is now the target of level 1, not of level 2.
+    EXPECT_EQ(f.Label(SessionLabel::Clicks), "CLICKS: 0");
+
+    // Level 2 has one pair; after it nothing can move: game over, once.
+    f.Host.Dialog.QueueMessageAnswer(MessageResult::Ok);
+    f.Click(0, 0);
+    EXPECT_FALSE(f.Session.GameRunning);
+    ASSERT_EQ(f.Host.Dialog.ShownBoxes().size(), 1u);
+    EXPECT_EQ(f.Host.Dialog.ShownBoxes()[0].Text, "G A M E   O V E R !");
+    EXPECT_EQ(f.Host.Dialog.ShownBoxes()[0].Title, "YOU DID WHAT YOU COULD ?!");
+    EXPECT_EQ(f.Host.Dialog.ShownBoxes()[0].Icon, MessageIcon::Information);
+    EXPECT_EQ(f.View.StandardBackgrounds, 1);
+    EXPECT_EQ(f.Stat("LEVEL2", "gameover"), "1");
+    EXPECT_NE(std::find(f.Services.Calls.begin(), f.Services.Calls.end(), "CheckIfHiScore"), f.Services.Calls.end());
+}
+
+TEST(GameSession, ClickTargetsShowOnlyInTheDefaultSet) {
+    SessionFixture f;
+    f.SetLevel(1, {"11", "22"});
+    WriteIni(f.Folder / "stat.ini", "LEVEL1", "minclicks", "3");
+    f.Session.NewGame(1);
+    EXPECT_EQ(f.Session.ClickTarget, 3);
+    EXPECT_EQ(f.Label(SessionLabel::Clicks), "CLICKS: 0 / 3");
+    f.Click(0, 0);
+    EXPECT_EQ(f.Label(SessionLabel::Clicks), "CLICKS: 1 / 3");
+
+    SessionFixture other;
+    other.Session.IsDefaultSet = false;
+    other.SetLevel(1, {"11", "22"});
+    other.SetLevel(2, {"11", "22"});
+    WriteIni(other.Folder / "stat.ini", "LEVEL2", "minclicks", "3");
+    other.Session.NewGame(2);
+    EXPECT_EQ(other.Session.ClickTarget, -1);
+    EXPECT_EQ(other.Label(SessionLabel::Clicks), "CLICKS: 0");
+    EXPECT_EQ(other.Label(SessionLabel::LevelCode), "");
+}
+
+TEST(GameSession, RestartingAskesFirstAndCancelKeepsTheGame) {
+    SessionFixture f;
+    f.SetLevel(1, {"111", "222", "333"});
+    f.Session.NewGame(1);
+    f.Click(0, 0);
+    f.Host.Dialog.QueueMessageAnswer(MessageResult::Cancel);
+    EXPECT_FALSE(f.Session.NewGame(1));
+    EXPECT_EQ(f.Session.Score, 9);
+    EXPECT_EQ(f.Host.Dialog.ShownBoxes().back().Title, "Restart game?");
+    EXPECT_EQ(f.Host.Dialog.ShownBoxes().back().Icon, MessageIcon::Warning);
+
+    f.Host.Dialog.QueueMessageAnswer(MessageResult::Ok);
+    f.Services.Calls.clear();
+    EXPECT_TRUE(f.Session.NewGame(1));
+    EXPECT_EQ(f.Session.Score, 0);
+    EXPECT_EQ(f.Services.Calls.front(), "CheckIfHiScore");
+    // A broken-off level is not logged.
+    EXPECT_EQ(f.Stat("LEVEL1", "played"), "");
+}
+
+TEST(GameSession, SpellButtonsArmDisarmAndRespectStockAndCheatMode) {
+    SessionFixture f;
+    f.SetLevel(1, {"111", "222", "333"});
+    f.Session.sp_Click(2);                           // no game: nothing
+    EXPECT_EQ(f.Game->ActiveSpell, NoSpell);
+    f.Session.NewGame(1);
+    f.Session.sp_Click(2);                           // no stock: nothing
+    EXPECT_EQ(f.Game->ActiveSpell, NoSpell);
+
+    f.Session.NewSpell(2);
+    f.Session.NewSpell(4);
+    f.Session.sp_Click(2);
+    EXPECT_EQ(f.Game->ActiveSpell, 2);
+    EXPECT_EQ(f.View.Panel.Active, 2);
+    EXPECT_EQ(f.View.Panel.ActiveName, "GUN");
+    f.Session.sp_Click(4);                           // another button arms that one
+    EXPECT_EQ(f.Game->ActiveSpell, 4);
+    f.Session.sp_Click(4);                           // the same button disarms
+    EXPECT_EQ(f.Game->ActiveSpell, NoSpell);
+    EXPECT_EQ(f.View.Panel.ActiveName, "");
+    f.Session.sp_Click(2);
+    f.Session.sp_Click(0);                           // no stock: the armed one is lost all the same
+    EXPECT_EQ(f.Game->ActiveSpell, NoSpell);
+
+    f.Game->SpellRunning = true;                     // while a spell runs the buttons are dead
+    f.Session.sp_Click(2);
+    EXPECT_EQ(f.Game->ActiveSpell, NoSpell);
+    f.Game->SpellRunning = false;
+
+    // Cheat mode arms without stock; the stock then goes below 0 and shows as 0.
+    f.Game->CheatMode = true;
+    f.Session.sp_Click(5);
+    EXPECT_EQ(f.Game->ActiveSpell, 5);
+    f.Session.SpellUsed(5);
+    EXPECT_EQ(f.Session.SpellStock[5], -1);
+    EXPECT_EQ(f.View.Panel.Counts[5], "0");
+    EXPECT_EQ(f.Game->ActiveSpell, NoSpell);
+    f.Session.ActiveSpell_Click();
+    EXPECT_EQ(f.Game->ActiveSpell, NoSpell);
+}
+
+TEST(GameSession, SpellSoundComesAtMostOncePerSecondAndIdleMascotAfterTwentySeconds) {
+    SessionFixture f;
+    f.SetLevel(1, {"111", "222", "333"});
+    f.Session.NewGame(1);
+    const std::string sound = AppPath() + "data\\9.wav";
+    f.Session.NewSpell(0);
+    f.Session.NewSpell(1);
+    f.Host.Loop.Advance(999);
+    f.Session.NewSpell(2);
+    ASSERT_EQ(f.Host.Sound.Calls().size(), 1u);
+    EXPECT_EQ(f.Host.Sound.Calls()[0].File, sound);
+    f.Host.Loop.Advance(1);                          // the second is over
+    f.Session.NewSpell(3);
+    EXPECT_EQ(f.Host.Sound.Calls().size(), 2u);
+    f.Game->PlaySounds = 0;
+    f.Host.Loop.Advance(1000);
+    f.Session.NewSpell(3);
+    EXPECT_EQ(f.Host.Sound.Calls().size(), 2u);
+
+    // Points hold the mascot off for twenty seconds from the last of them.
+    f.Services.Calls.clear();
+    f.Click(0, 0);
+    f.Host.Loop.Advance(19999);
+    EXPECT_TRUE(f.Services.Calls.empty() || f.Services.Calls.back() != "PlayKedelig");
+    f.Host.Loop.Advance(1);
+    EXPECT_EQ(f.Services.Calls.back(), "PlayKedelig");
+    f.Host.Loop.Advance(60000);                      // one-shot: it does not come again by itself
+    EXPECT_EQ(std::count(f.Services.Calls.begin(), f.Services.Calls.end(), "PlayKedelig"), 1);
+}
+
+TEST(GameSession, CheatModeFreezesTheScoreUnlessKept) {
+    SessionFixture f;
+    f.SetLevel(1, {"1111", "2222", "3333", "4444"});
+    f.Session.NewGame(1);
+    f.Session.ScoreFrozen = true;
+    f.Click(0, 0);
+    EXPECT_EQ(f.Session.Score, 0);
+    f.Session.KeepScoreInCheat = true;
+    f.Click(0, 3);
+    EXPECT_EQ(f.Session.Score, 16);
+
+    // A new game outside cheat mode thaws the score; inside it stays frozen.
+    f.Session.KeepScoreInCheat = false;
+    f.Game->CheatMode = true;
+    f.Host.Dialog.QueueMessageAnswer(MessageResult::Ok);
+    f.Session.NewGame(1);
+    EXPECT_TRUE(f.Session.ScoreFrozen);
+    f.Game->CheatMode = false;
+    f.Host.Dialog.QueueMessageAnswer(MessageResult::Ok);
+    f.Session.NewGame(1);
+    EXPECT_FALSE(f.Session.ScoreFrozen);
+
+    // A score that stands at a place of the table shows it, highlighted in red.
+    f.Services.Place = 3;
+    f.Services.Calls.clear();
+    f.Click(0, 0);
+    EXPECT_EQ(f.Services.Calls.back(), "PrintHiScore(3,255,0)");
+}
+
+TEST(GameSession, PointerLabelAndSpeakerSignals) {
+    SessionFixture f;
+    f.SetLevel(1, {"12", "34"});
+    f.Session.NewGame(1);
+    f.Session.MouseMove(1, 0);
+    EXPECT_EQ(f.Label(SessionLabel::Pointer), "X:1,Y:0  TYPE:2");
+    f.Session.MouseMove(-1, 5);
+    EXPECT_EQ(f.Label(SessionLabel::Pointer), "X:-1,Y:5  TYPE:0");
+
+    f.Services.Calls.clear();
+    const auto before = f.Host.Loop.NowMs();
+    f.Session.SpeakerEvent(1);
+    EXPECT_EQ(f.Services.Calls, (std::vector<std::string>{"Beep(1500,200)", "Beep(2000,200)", "Beep(2000,200)"}));
+    EXPECT_EQ(f.Host.Loop.NowMs() - before, 200);   // the pause between them
+    f.Services.Calls.clear();
+    f.Session.SpeakerEvent(2);                      // no such signal
+    EXPECT_TRUE(f.Services.Calls.empty());
+}

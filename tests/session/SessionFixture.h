@@ -1,0 +1,79 @@
+#pragma once
+// A whole game without a window: the board and the session on the headless platform,
+// with a view and services that write down what the session shows and asks for. The
+// game folder is a fresh temporary folder, so stat.ini lands there.
+#include "board/BoardFixture.h"
+#include "session/GameSession.h"
+#include "support/TempFolder.h"
+#include "support/ZenkorModule.h"
+
+#include <map>
+
+namespace tolva::testing {
+
+class RecordingView final : public SessionView {
+public:
+    std::map<SessionLabel, std::string> Labels;
+    SpellPanel Panel;
+    std::vector<std::string> LoadingTexts;
+    int StandardBackgrounds = 0;
+
+    void SetLabel(SessionLabel label, const std::string& text) override { Labels[label] = text; }
+    void ShowSpellPanel(const SpellPanel& panel) override { Panel = panel; }
+    void ShowLoadingText(const std::string& text) override { LoadingTexts.push_back(text); }
+    void ShowStandardBackground() override { ++StandardBackgrounds; }
+};
+
+class RecordingServices final : public SessionServices {
+public:
+    std::vector<std::string> Calls;
+    std::int16_t Place = -1;   // what CheckHiscorePlace answers
+
+    void CheckIfHiScore() override { Calls.push_back("CheckIfHiScore"); }
+    void PrintHiScore(std::int16_t place, std::int32_t hi, std::int32_t text) override {
+        Calls.push_back("PrintHiScore(" + std::to_string(place) + "," + std::to_string(hi) + "," +
+                        std::to_string(text) + ")");
+    }
+    std::int16_t CheckHiscorePlace() override { return Place; }
+    void PlayKedelig() override { Calls.push_back("PlayKedelig"); }
+    void SpeakerBeep(std::int32_t hz, std::int32_t ms) override {
+        Calls.push_back("Beep(" + std::to_string(hz) + "," + std::to_string(ms) + ")");
+    }
+};
+
+class SessionFixture {
+public:
+    SessionFixture()
+        : Game(std::make_unique<LevelModule>()),
+          Session(*Game, Host.Platform(), View, Services),
+          Board(*Game, Host.Platform(), Session) {
+        SetAppPath(Folder.Path());
+        Session.AttachBoard(Board);
+        Board.AniDraw = false;
+    }
+
+    TempFolder Folder;
+    HeadlessPlatform Host;
+    std::unique_ptr<LevelModule> Game;
+    RecordingView View;
+    RecordingServices Services;
+    GameSession Session;
+    TolvaBoard Board;
+
+    void SetLevel(int number, const std::vector<std::string>& rows, const std::vector<std::string>& spells = {}) {
+        FillLevel(Game->Levels[static_cast<std::size_t>(number - 1)], "LEVEL " + std::to_string(number), rows, spells);
+    }
+    void Click(int x, int y, std::int16_t button = 1) {
+        float fx = static_cast<float>(x), fy = static_cast<float>(y);
+        Board.ClickOnBrick(fx, fy, button);
+    }
+    std::string Label(SessionLabel label) const {
+        auto it = View.Labels.find(label);
+        return it == View.Labels.end() ? "<unset>" : it->second;
+    }
+    std::string Stat(const std::string& section, const std::string& key) const {
+        return ReadIni(Folder / "stat.ini", section, key);
+    }
+};
+
+} // namespace tolva::testing
