@@ -35,6 +35,9 @@ public:
     virtual void ShowLoadingText(const std::string& text) = 0;
     // Gives the board the standard background picture, as at a game over.
     virtual void ShowStandardBackground() = 0;
+    // Shows or hides "CHEAT MODE ON", and the check mark of the autoplay entry.
+    virtual void ShowCheatMode(bool on) = 0;
+    virtual void ShowAutoplayChecked(bool checked) = 0;
 };
 
 } // namespace tolva

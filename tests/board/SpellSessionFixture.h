@@ -30,6 +30,8 @@ public:
     }
     void ShowLoadingText(const std::string&) override {}
     void ShowStandardBackground() override {}
+    void ShowCheatMode(bool) override {}
+    void ShowAutoplayChecked(bool) override {}
 };
 
 class SpellSessionServices final : public SessionServices {

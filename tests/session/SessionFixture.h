@@ -22,6 +22,10 @@ public:
     void ShowSpellPanel(const SpellPanel& panel) override { Panel = panel; }
     void ShowLoadingText(const std::string& text) override { LoadingTexts.push_back(text); }
     void ShowStandardBackground() override { ++StandardBackgrounds; }
+    void ShowCheatMode(bool on) override { CheatLabel = on; }
+    void ShowAutoplayChecked(bool checked) override { AutoplayMark = checked; }
+    bool CheatLabel = false;
+    bool AutoplayMark = false;
 };
 
 class RecordingServices final : public SessionServices {

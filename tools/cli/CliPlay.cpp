@@ -90,6 +90,8 @@ public:
     void ShowSpellPanel(const SpellPanel&) override {}
     void ShowLoadingText(const std::string&) override {}
     void ShowStandardBackground() override {}
+    void ShowCheatMode(bool) override {}
+    void ShowAutoplayChecked(bool) override {}
 };
 
 // What the session asks of the rest of the game. The command has no hiscore table, so a
