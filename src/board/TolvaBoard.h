@@ -91,6 +91,9 @@ public:
     void LevelRoot(const std::string& lPath) { LevelRootPath = lPath; }
     void SetBackgroundPicture(const std::string& path);
     void SetBrickPicture(std::int16_t PictureNumber, const std::string& newPicture);
+    // Loads the bonus screen, the digits, the spells and the effect strips from the data
+    // folder, raising ResourceLoaded after each (TolvaBoardResources.cpp).
+    void LoadResources();
 
     // ---- group search and compaction (TolvaBoardRules.cpp) ------------------------------
     float GetX(float X) const;

@@ -1,0 +1,42 @@
+#include "board/BmpWriter.h"
+#include "board/BoardFixture.h"
+#include "support/TempFolder.h"
+#include "support/ZenkorModule.h"
+
+#include <filesystem>
+
+using namespace tolva;
+using namespace tolva::testing;
+
+TEST(Resources, LoadsTheDataFolderWithTwentyTwoEventsAndBlendsTheNumberLines) {
+    TempFolder dir;
+    std::filesystem::create_directories(dir / "data");
+    // A bonus background whose colour differs at each number line's top left corner.
+    dir.Write("data/12.bmp", MakeBmp(500, 500, 24, [](int, int y) -> std::uint32_t {
+                  return y < 200 ? 0x102030u : y < 400 ? 0x405060u : 0x708090u;
+              }));
+    dir.Write("data/n3.bmp", MakeBmp(44, 60, 24, [](int, int) { return 0xFFFFFFu; }));
+    dir.Write("data/13.bmp", MakeBmp(50, 600, 24, [](int, int) { return 0xFF0000u; }));
+    SetAppPath(dir.Path());
+
+    BoardFixture f;
+    f.Board.LoadResources();
+    const auto events = f.Events.Take();
+    ASSERT_EQ(events.size(), 22u);
+    EXPECT_EQ(events.front(), "ResourceLoaded(Bonus background)");
+    EXPECT_EQ(events[1], "ResourceLoaded(Number gfx0)");
+    EXPECT_EQ(events[11], "ResourceLoaded(Number gfx10)");
+    EXPECT_EQ(events[12], "ResourceLoaded(Spell gfx0)");
+    EXPECT_EQ(events[18], "ResourceLoaded(Explotion gfx)");
+    EXPECT_EQ(events.back(), "ResourceLoaded(Hint animation gfx)");
+
+    // What exists is loaded; what is missing stays as it was (empty).
+    EXPECT_TRUE(f.Board.BonusPic().Holder().HasPicture());
+    EXPECT_TRUE(f.Board.No(3).HasPicture());
+    EXPECT_FALSE(f.Board.No(4).HasPicture());
+    EXPECT_TRUE(f.Board.Animation().HasStrip());
+    EXPECT_FALSE(f.Board.Bounce().HasStrip());
+    EXPECT_EQ(f.Board.LevBonus().Holder().BackColor(), 0x102030);
+    EXPECT_EQ(f.Board.picTimes().Holder().BackColor(), 0x405060);
+    EXPECT_EQ(f.Board.picBonus().Holder().BackColor(), 0x708090);
+}
