@@ -1,0 +1,186 @@
+// The main window as a player meets it: the start-up and its stop messages, and a game
+// played with the mouse on the board until a level is cleared and until it ends. The
+// window runs on the virtual clock, so the bonus count between levels takes no time.
+#include "board/LevelModule.h"
+#include "board/TolvaBoard.h"
+#include "board/qt/BoardWidget.h"
+#include "session/GameSession.h"
+#include "session/qt/frmMain.h"
+#include "support/TempFolder.h"
+#include "support/ZenkorModule.h"
+#include "support/platform/ScriptedDialogs.h"
+#include "support/platform/HeadlessEventLoop.h"
+
+#include <QLabel>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+// The built-in pictures are compiled into the front-end library; Q_INIT_RESOURCE must
+// stand outside any namespace.
+static void InitBuiltinPictures() { Q_INIT_RESOURCE(builtin); }
+
+using namespace tolva;
+using tolva::testing::TempFolder;
+
+namespace {
+
+std::string ReadSource(const std::string& relative) {
+    std::ifstream in(std::string(TOLVA_SOURCE_DIR) + "/" + relative, std::ios::binary);
+    std::stringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+// A game folder with the shipped default set, the given tolva2.ini and no pictures:
+// the window must start all the same, with its built-in pictures.
+class GameFolder {
+public:
+    explicit GameFolder(const std::string& ini, bool withDefaultSet = true) {
+        InitBuiltinPictures();
+        if (withDefaultSet) {
+            std::filesystem::create_directories(Dir / "levels/default");
+            Dir.Write("levels/default/levels.set", ReadSource("game/levels/default/levels.set"));
+        }
+        Dir.Write("tolva2.ini", ini);
+        SetAppPath(Dir.Path());
+    }
+    TempFolder Dir;
+};
+
+// The cells of the stored solution of a default level, in click order.
+std::vector<std::pair<int, int>> StoredSolution(int level) {
+    std::istringstream lines(ReadSource("tools/levelgen/default-solutions.txt"));
+    const std::string head = "level " + std::to_string(level) + ":";
+    std::string line;
+    while (std::getline(lines, line)) {
+        if (line.rfind(head, 0) != 0) continue;
+        std::istringstream cells(line.substr(head.size()));
+        std::vector<std::pair<int, int>> out;
+        std::string cell;
+        while (cells >> cell) {
+            const auto comma = cell.find(',');
+            out.emplace_back(std::stoi(cell.substr(0, comma)), std::stoi(cell.substr(comma + 1)));
+        }
+        return out;
+    }
+    return {};
+}
+
+void ClickCell(frmMain& window, int x, int y) {
+    BoardWidget& view = window.BoardView();
+    const int side = window.Board().xBricks();
+    const QPoint at(static_cast<int>((x + 0.5) * view.width() / side), static_cast<int>((y + 0.5) * view.height() / side));
+    QTest::mouseClick(&view, Qt::LeftButton, {}, at);
+}
+
+QString LabelText(frmMain& window, const QString& text) {
+    for (QLabel* label : window.findChildren<QLabel*>())
+        if (label->text().startsWith(text)) return label->text();
+    return {};
+}
+
+} // namespace
+
+TEST(frmMain, StartUpStopsWithoutTheDefaultSetAndFallsBackFromABadOne) {
+    {
+        GameFolder folder("", false);
+        auto game = std::make_unique<LevelModule>();
+        HeadlessEventLoop loop;
+        ScriptedDialogs dialogs;
+        frmMain window(*game, loop, "", &dialogs);
+        EXPECT_FALSE(window.Form_Load());
+        ASSERT_EQ(dialogs.ShownBoxes().size(), 1u);
+        EXPECT_EQ(dialogs.ShownBoxes()[0].Text, "ERROR! Unable to locate default levels.\nPlease re-install TOLVA II.");
+        EXPECT_EQ(dialogs.ShownBoxes()[0].Icon, MessageIcon::Stop);
+    }
+    {
+        GameFolder folder("[main]\r\nlevelset=levels\\gone\\\r\n");
+        auto game = std::make_unique<LevelModule>();
+        HeadlessEventLoop loop;
+        ScriptedDialogs dialogs;
+        frmMain window(*game, loop, "", &dialogs);
+        EXPECT_TRUE(window.Form_Load());
+        ASSERT_EQ(dialogs.ShownBoxes().size(), 1u);
+        EXPECT_EQ(dialogs.ShownBoxes()[0].Text, "TOLVA2.INI ERROR! UNABLE TO LOAD SELECTED LEVEL-SET.\nLOADING DEFAULT...");
+        EXPECT_EQ(window.LevelSetPath(), "levels\\default\\");
+        EXPECT_TRUE(window.windowTitle().startsWith("TOLVA II  -  ["));
+        EXPECT_EQ(game->Levels[0].levelbricks, 10);
+    }
+    {
+        // An empty levelset= is the default set, without a word.
+        GameFolder folder("[main]\r\nlevelset=\r\nupdatedelay=1\r\n");
+        auto game = std::make_unique<LevelModule>();
+        HeadlessEventLoop loop;
+        ScriptedDialogs dialogs;
+        frmMain window(*game, loop, "", &dialogs);
+        EXPECT_TRUE(window.Form_Load());
+        EXPECT_TRUE(dialogs.ShownBoxes().empty());
+        EXPECT_EQ(window.Board().UpdateDelay(), 2);
+        window.close();   // no game: no question, and the settings are written
+        EXPECT_EQ(ReadIni(folder.Dir / "tolva2.ini", "main", "updatedelay"), "2");
+        EXPECT_EQ(ReadIni(folder.Dir / "tolva2.ini", "main", "levelset"), "levels\\default\\");
+    }
+}
+
+TEST(frmMain, AGamePlayedWithTheMouseClearsALevelAndEnds) {
+    GameFolder folder("[main]\r\nanidraw=0\r\nplaysounds=0\r\nplayanimations=0\r\n");
+    auto game = std::make_unique<LevelModule>();
+    HeadlessEventLoop loop;
+    ScriptedDialogs dialogs;
+    frmMain window(*game, loop, "", &dialogs);
+    ASSERT_TRUE(window.Form_Load());
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+
+    window.NewGameMnu_Click();
+    ASSERT_TRUE(window.Session().GameRunning);
+    EXPECT_EQ(window.Board().CurLevel(), 1);
+    const auto solution = StoredSolution(1);
+    ASSERT_FALSE(solution.empty());
+    for (const auto& [x, y] : solution) ClickCell(window, x, y);
+
+    // The level is cleared by the player's own clicks, and level 2 has begun.
+    EXPECT_EQ(window.Board().CurLevel(), 2);
+    EXPECT_GT(window.Session().Score, 0);
+    EXPECT_EQ(LabelText(window, "LEVEL-CODE:").size(), QString("LEVEL-CODE:").size() + 6);
+    EXPECT_EQ(LabelText(window, "CLICKS:"), "CLICKS: 0");
+    EXPECT_EQ(ReadIni(folder.Dir / "stat.ini", "LEVEL1", "minclicks"), std::to_string(solution.size()));
+
+    // The pointer line follows the mouse over the board.
+    QTest::mouseMove(&window.BoardView(), QPoint(3, 3));
+    EXPECT_EQ(LabelText(window, "X:").left(9), "X:0,Y:0  ");
+
+    // Ending the game asks first, then tells the game is over.
+    dialogs.QueueMessageAnswer(MessageResult::Ok);
+    dialogs.QueueMessageAnswer(MessageResult::Ok);
+    window.mnuEndGame_Click();
+    EXPECT_FALSE(window.Session().GameRunning);
+    ASSERT_GE(dialogs.ShownBoxes().size(), 2u);
+    EXPECT_EQ(dialogs.ShownBoxes().back().Text, "G A M E   O V E R !");
+    EXPECT_EQ(ReadIni(folder.Dir / "stat.ini", "LEVEL2", "gameover"), "1");
+
+    // Clicks on a finished game do nothing.
+    const double score = window.Session().Score;
+    ClickCell(window, 0, 9);
+    EXPECT_EQ(window.Session().Score, score);
+}
+
+TEST(frmMain, QuittingARunningGameAsksAndCancelKeepsItAndTheFiles) {
+    GameFolder folder("[main]\r\nanidraw=0\r\nplaysounds=0\r\n");
+    auto game = std::make_unique<LevelModule>();
+    HeadlessEventLoop loop;
+    ScriptedDialogs dialogs;
+    frmMain window(*game, loop, "", &dialogs);
+    ASSERT_TRUE(window.Form_Load());
+    window.NewGameMnu_Click();
+    const std::string before = folder.Dir.Read("tolva2.ini");
+    dialogs.QueueMessageAnswer(MessageResult::Cancel);
+    EXPECT_FALSE(window.close());
+    EXPECT_EQ(dialogs.ShownBoxes().back().Title, "Quit game?");
+    EXPECT_TRUE(window.Session().GameRunning);
+    EXPECT_EQ(folder.Dir.Read("tolva2.ini"), before);
+}
