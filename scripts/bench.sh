@@ -5,3 +5,6 @@ cd "$(dirname "$0")/.."
 bash scripts/build.sh >/dev/null
 build/bench/tolva2_bench --benchmark_repetitions=5 --benchmark_report_aggregates_only=true \
   --benchmark_filter="${1:-.}" | grep -E 'median|^Benchmark|^-'
+# The repaint of the board through the real widget, under the offscreen platform.
+QT_QPA_PLATFORM=offscreen build/bench/qt/tolva2_qt_bench --benchmark_repetitions=5 \
+  --benchmark_report_aggregates_only=true --benchmark_filter="${1:-.}" | grep -E 'median|^Benchmark|^-'
