@@ -73,32 +73,12 @@ QImage BackgroundPainter::Standard()
         p.setBrush(QColor(180, 255, 240, 10));
         p.drawPolygon(ray);
     }
-    // A little heap of bricks, as a board at rest, under the logo.
-    const int layout[4][8] = {{-1, -1, 3, -1, -1, 6, -1, -1},
-                              {-1, 1, 3, 0, -1, 6, 2, -1},
-                              {5, 1, 0, 0, 4, 2, 2, 7},
-                              {5, 5, 1, 4, 4, 7, 2, 7}};
-    const int cell = 36;
-    const int x0 = Size / 2 - 4 * cell;
-    const int y0 = 300;
-    for (int r = 0; r < 4; ++r) {
-        for (int c = 0; c < 8; ++c) {
-            if (layout[r][c] < 0) {
-                continue;
-            }
-            const QImage brick = BrickPainter::Paint(BrickPainter::Style::Classic, layout[r][c]);
-            p.drawImage(QRect(x0 + c * cell, y0 + r * cell, cell, cell), brick);
-        }
-    }
-    QLinearGradient floor(0, y0 + 4 * cell, 0, y0 + 4 * cell + 10);
-    floor.setColorAt(0, QColor(0, 0, 0, 160));
-    floor.setColorAt(1, QColor(0, 0, 0, 0));
-    p.fillRect(QRect(x0 - 10, y0 + 4 * cell, 8 * cell + 20, 10), floor);
-    LogoPainter::Paint(p, QPointF(Size / 2.0, 170), 64);
-    PaintKit::Caption(p, QRect(0, 222, Size, 24), QStringLiteral("clear the board, brick by brick"),
+    // The board shows this picture between games and behind every level that has no
+    // background of its own, so it holds nothing that could pass for a brick: only the
+    // logo, which a cleared board reveals.
+    LogoPainter::Paint(p, QPointF(Size / 2.0, 215), 64);
+    PaintKit::Caption(p, QRect(0, 267, Size, 24), QStringLiteral("clear the board, brick by brick"),
                       PaintKit::Font(15, false), PaintKit::Cream());
-    PaintKit::Caption(p, QRect(0, 458, Size, 20), QStringLiteral("GAME  \u25B8  New game"),
-                      PaintKit::Font(13, true), PaintKit::TealBright());
     p.end();
     Vignette(image, 0.55);
     return image;
