@@ -184,3 +184,34 @@ TEST(frmMain, QuittingARunningGameAsksAndCancelKeepsItAndTheFiles) {
     EXPECT_TRUE(window.Session().GameRunning);
     EXPECT_EQ(folder.Dir.Read("tolva2.ini"), before);
 }
+
+TEST(frmMain, ASpellIsArmedFromItsButtonAndFiredOnTheBoard) {
+    GameFolder folder("[main]\r\nanidraw=0\r\nplaysounds=0\r\nplayanimations=0\r\n");
+    auto game = std::make_unique<LevelModule>();
+    HeadlessEventLoop loop;
+    ScriptedDialogs dialogs;
+    frmMain window(*game, loop, "", &dialogs);
+    ASSERT_TRUE(window.Form_Load());
+    window.show();
+    window.NewGameMnu_Click();
+    window.Session().NewSpell(SpellGun);
+
+    // The third spell button, the gun, in the panel.
+    QWidget* gunButton = window.childAt(599 + 13, 168 + 13);
+    ASSERT_NE(gunButton, nullptr);
+    QTest::mouseClick(gunButton, Qt::LeftButton);
+    EXPECT_EQ(game->ActiveSpell, SpellGun);
+    EXPECT_EQ(LabelText(window, "GUN"), "GUN");
+
+    // Fired at the bottom row, it takes the unbroken run of that row.
+    TolvaBoard& board = window.Board();
+    const int bottom = board.xBricks() - 1;
+    int run = 0;
+    while (run < board.xBricks() && board.Bricks(run, bottom) >= 0) ++run;
+    ASSERT_GT(run, 0);
+    ClickCell(window, 0, bottom);
+    EXPECT_EQ(window.Session().SpellStock[SpellGun], 0);
+    EXPECT_EQ(game->ActiveSpell, NoSpell);
+    EXPECT_EQ(window.Session().Score, static_cast<double>(run) * run);
+    EXPECT_EQ(LabelText(window, "GUN"), "");
+}
