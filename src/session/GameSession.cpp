@@ -5,6 +5,8 @@
 #include "stats/StatLog.h"
 #include "support/ZenkorModule.h"
 
+#include <cctype>
+#include <string_view>
 #include <vector>
 
 namespace tolva {
@@ -13,6 +15,20 @@ namespace {
 constexpr std::int32_t IdleDelay = 20000;   // ms without points before the mascot comes
 constexpr std::int32_t SpellSoundGap = 1000;
 constexpr std::int32_t Red = 255;           // colours are 0xBBGGRR
+const std::string GameTitle = "TOLVA II";
+
+// The word that switches cheat mode when typed on the main window, case not counting.
+constexpr std::string_view CheatKeyWord = "orangekettles";
+// The classic codes of the keys the main window answers.
+constexpr std::int16_t KeyF1 = 112;
+constexpr std::int16_t KeyF2 = 113;
+constexpr std::int16_t KeyF4 = 115;
+constexpr std::int16_t KeyF5 = 116;
+constexpr std::int16_t KeyF12 = 123;
+constexpr std::int16_t KeyH = 72;
+// The limits of "Give bonus"; both are allowed.
+constexpr double MaxGivenBonus = 100000;
+constexpr double MaxGivenTimes = 99;
 
 bool ValidSpell(std::int16_t n) { return n >= 0 && n < SpellCount; }
 
@@ -140,26 +156,156 @@ void GameSession::WaitLettingEventsRun(std::int32_t ms) {
 }
 
 void GameSession::AutoPlay() {
-    if (!AutoplayChecked) return;
+    // Counted on the stack so that CanDoNextMove knows a move is under way, also when a
+    // wait of the game throws out of it.
+    struct Depth {
+        int& depth;
+        explicit Depth(int& d) : depth(d) { ++depth; }
+        ~Depth() { --depth; }
+    } depth(autoPlayDepth_);
+    do {
+        nextMoveDue_ = false;
+        if (!AutoplayChecked) return;
+        MakeAutoMove();
+    } while (nextMoveDue_);
+}
+
+void GameSession::MakeAutoMove() {
     float x = 0, y = 0;
-    bool clickDone = false;
-    // Nearly always a plain move; about one move in three hundred tries a spell in stock.
+    bool spellAimed = false;
+    // Nearly always a plain move; about one move in three hundred tries a spell, and uses
+    // it only if it is in stock. Entry 6 of the stock is never filled.
     if (CInt(platform_.Rng.Next() * 3000) > 2990) {
         const std::int16_t s = CInt(platform_.Rng.Next() * 6);
         if (SpellStock[static_cast<std::size_t>(s)] >= 1) {
             sp_Click(s);
             board_->GetRandomBrick(x, y);
             if (s == SpellTestTube) {
+                // The test tube takes two clicks: the cell to recolour, a second later the
+                // cell whose colour it pours.
                 board_->ClickOnBrick(x, y, 1);
                 WaitLettingEventsRun(1000);
                 board_->GetRandomBrick(x, y);
             }
-            clickDone = true;
+            spellAimed = true;
         }
     }
-    if (!clickDone) board_->GetRandomMoveableBrick(x, y);
+    if (!spellAimed) board_->GetRandomMoveableBrick(x, y);
     board_->ClickOnBrick(x, y, 1);
     platform_.Loop.DoEvents();
+}
+
+void GameSession::SetAutoplayChecked(bool checked) {
+    AutoplayChecked = checked;
+    view_.ShowAutoplayChecked(checked);
+}
+
+// ---- the keys of the main window and the test mode -----------------------------------------------
+
+WindowCommand GameSession::Form_KeyDown(std::int16_t KeyCode) {
+    WindowCommand command = WindowCommand::None;
+    switch (KeyCode) {
+    case KeyF1: command = WindowCommand::Help; break;
+    case KeyF2: command = WindowCommand::NewGame; break;
+    case KeyF4: command = WindowCommand::Settings; break;
+    case KeyF5: command = WindowCommand::Statistics; break;
+    case KeyF12: command = WindowCommand::EndGame; break;
+    case KeyH:
+        if (GameRunning) board_->ShowHint();
+        break;
+    default: break;
+    }
+    // Every key counts towards the key word, the function keys too: their codes are
+    // those of lower-case letters, as F4 is the code of "s".
+    TypeKey(KeyCode);
+    return command;
+}
+
+void GameSession::TypeKey(std::int16_t KeyCode) {
+    // A code outside one byte stands for no character and can match nothing.
+    if (KeyCode < 0 || KeyCode > 255) {
+        TypedKeys.clear();
+        return;
+    }
+    TypedKeys += static_cast<char>(KeyCode);
+    std::string typed = TypedKeys;
+    for (char& c : typed) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    // A wrong key empties the text and is not taken as a new first letter.
+    if (typed.size() > CheatKeyWord.size() || CheatKeyWord.compare(0, typed.size(), typed) != 0) {
+        TypedKeys.clear();
+        return;
+    }
+    if (typed.size() == CheatKeyWord.size()) {
+        TypedKeys.clear();
+        ChangeCheatMode();
+    }
+}
+
+void GameSession::ChangeCheatMode() {
+    game_.CheatMode = !game_.CheatMode;
+    view_.ShowCheatMode(game_.CheatMode);
+    if (!game_.CheatMode) {
+        // Leaving the mode stops autoplay; the score of this game stays frozen.
+        SetAutoplayChecked(false);
+        return;
+    }
+    if (!KeepScoreInCheat) {
+        Score = 0;
+        UpdateScore(Score);
+        services_.PrintHiScore(-1, 0, 0);
+    }
+    ScoreFrozen = true;
+    if (game_.PlaySounds) PlayDataWave("1.wav");
+}
+
+void GameSession::mnuLevList_Click(std::int16_t Index) {
+    // The list has one entry per level. Jumping starts a game if none runs; score, spells
+    // and the frozen state carry over.
+    if (Index < 0 || Index >= MaxLevels) return;
+    board_->JumpToLevel(static_cast<std::int16_t>(Index + 1));
+    GameRunning = true;
+}
+
+void GameSession::mnuPlaySound_Click() {
+    // Any number, played whatever the sound setting says; an answer that is no number, or
+    // Cancel, asks for 0.wav. A fraction stays in the name as the number reads.
+    const std::string answer = platform_.Dialog.InputBox("SOUND:", GameTitle, "");
+    platform_.Sound.PlayWave(AppPath() + "data\\" + NumberText(Val(answer)) + ".wav", false);
+}
+
+void GameSession::mnuAutoplay_Click() {
+    if (GameRunning) {
+        SetAutoplayChecked(!AutoplayChecked);
+        AutoPlay();
+        return;
+    }
+    // No game: nothing happens, and the entry keeps the mark it had.
+    view_.ShowAutoplayChecked(AutoplayChecked);
+}
+
+bool GameSession::AskNumber(const std::string& prompt, double limit, const std::string& tooBig, double& value) {
+    for (;;) {
+        const std::string answer = platform_.Dialog.InputBox(prompt, GameTitle, "");
+        if (answer.empty()) return false;
+        value = Val(answer);
+        if (value <= limit) return true;
+        platform_.Dialog.MessageBox(tooBig, GameTitle, MessageIcon::Exclamation, MessageButtons::Ok);
+    }
+}
+
+void GameSession::GiveBonus_Click() {
+    // The bonus screen with numbers of the tester's choice. Its points go through NewScore
+    // like any others, so a frozen score stays frozen; no level ends.
+    double bonus = 0;
+    double times = 0;
+    if (!AskNumber("BONUS:", MaxGivenBonus, "Can't be bigger than 100'000 !", bonus)) return;
+    if (!AskNumber("X TIMES:", MaxGivenTimes, "Can't multiply by more than 99 !", times)) return;
+    board_->ShowBonusMovie(bonus, CInt(times));
+}
+
+bool GameSession::PCSPEAKERENABLED_Click() {
+    SpeakerEnabled = !SpeakerEnabled;
+    return SpeakerEnabled;
 }
 
 // ---- the board's events ------------------------------------------------------------------------
@@ -184,7 +330,7 @@ void GameSession::GameOver() {
     if (!SilentGameOver)
         platform_.Dialog.MessageBox("G A M E   O V E R !", "YOU DID WHAT YOU COULD ?!", MessageIcon::Information,
                                     MessageButtons::Ok);
-    AutoplayChecked = false;
+    SetAutoplayChecked(false);
     services_.CheckIfHiScore();
     view_.ShowStandardBackground();
     if (game_.MakeStat && game_.CurLevelNo > 0) {
@@ -289,6 +435,11 @@ void GameSession::BonusTimes(std::int16_t bonusTimesNow) {
 void GameSession::CanDoNextMove() {
     if (!AutoplayChecked) return;
     platform_.Loop.DoEvents();
+    // Inside a move the next one waits until that move's click has returned.
+    if (autoPlayDepth_ > 0) {
+        nextMoveDue_ = true;
+        return;
+    }
     AutoPlay();
 }
 

@@ -9,6 +9,20 @@
 // asks of the hiscore table, the statistics log, the mascot and the PC speaker goes
 // through SessionServices, and message boxes, sounds, timers and random numbers through
 // the board's platform seam. The main window is a thin layer of widgets over it.
+//
+// The hidden test mode lives here too: the key word typed on the main window, cheat
+// mode and what it freezes, and the test menu (jump to a level, play a sound, give a
+// bonus, the PC speaker signals, autoplay). The window only turns its keys and menu
+// clicks into these calls; a function key answers with the window it asks for, since
+// opening windows is the window's business.
+//
+// Autoplay makes one move per AutoPlay and has no loop of its own: each move ends in the
+// board's CanDoNextMove, whose handler asks for the next one. When the board closes up at
+// once (AniDraw off) that event comes while the move that caused it is still on the stack;
+// the next move is then made by that AutoPlay after its click has returned, instead of
+// inside it, so that a game playing itself through a hundred levels keeps a flat stack.
+// The order of the moves and the random numbers they draw are the same either way, and
+// pending events run between any two moves.
 #include "board/BoardListener.h"
 #include "board/LevelModule.h"
 #include "session/SessionServices.h"
@@ -23,6 +37,9 @@
 namespace tolva {
 
 class TolvaBoard;
+
+// What a function key of the main window asks the window to open or do.
+enum class WindowCommand { None, Help, NewGame, Settings, Statistics, EndGame };
 
 class GameSession final : public BoardListener {
 public:
@@ -51,7 +68,22 @@ public:
     // ---- the PC speaker signals of the test mode (0, 1 and 3) ----------------------------
     void SpeakerEvent(std::int16_t EventSound);
 
-    // ---- autoplay: one automatic move ----------------------------------------------------
+    // ---- the keys of the main window and the test mode ------------------------------------
+    // A key went down on the main window; KeyCode is the classic 16-bit code (F1 112, F2 113,
+    // F4 115, F5 116, F12 123, a letter its capital ASCII code). H shows a hint and every
+    // key goes towards the key word; a function key gives the command the window carries out.
+    WindowCommand Form_KeyDown(std::int16_t KeyCode);
+    // Switches cheat mode; on: the score of the game is frozen (and cleared, unless kept).
+    void ChangeCheatMode();
+    // The entries of the test menu.
+    void mnuLevList_Click(std::int16_t Index);
+    void mnuPlaySound_Click();
+    void mnuAutoplay_Click();
+    void GiveBonus_Click();
+    // Flips the check mark of the PC speaker entry and gives the new one.
+    bool PCSPEAKERENABLED_Click();
+
+    // ---- autoplay: one automatic move, and the moves its click asks for ------------------
     void AutoPlay();
 
     // ---- the board's events ----------------------------------------------------------------
@@ -91,6 +123,8 @@ public:
     bool SpeakerEnabled = true;
     // The set in play is the default one (level codes, click targets).
     bool IsDefaultSet = true;
+    // The letters typed so far that match the start of the key word.
+    std::string TypedKeys;
 
     Timer& SoundTimer() { return *soundTimer_; }
     Timer& Timer2() { return *timer2_; }
@@ -101,6 +135,11 @@ private:
     void ReadClickTarget(std::int16_t levelNo);
     void RestartIdleTimer(std::int32_t ms);
     void WaitLettingEventsRun(std::int32_t ms);
+    void TypeKey(std::int16_t KeyCode);
+    void SetAutoplayChecked(bool checked);
+    // Asks for a number until it is at most `limit`; false on an empty answer or Cancel.
+    bool AskNumber(const std::string& prompt, double limit, const std::string& tooBig, double& value);
+    void MakeAutoMove();
 
     LevelModule& game_;
     BoardPlatform platform_;
@@ -109,6 +148,9 @@ private:
     TolvaBoard* board_ = nullptr;
     std::unique_ptr<Timer> soundTimer_;
     std::unique_ptr<Timer> timer2_;
+    // AutoPlay calls on the stack, and a next move asked for by CanDoNextMove meanwhile.
+    int autoPlayDepth_ = 0;
+    bool nextMoveDue_ = false;
 };
 
 } // namespace tolva

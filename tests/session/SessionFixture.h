@@ -1,12 +1,16 @@
 #pragma once
 // A whole game without a window: the board and the session on the headless platform,
-// with a view and services that write down what the session shows and asks for. The
-// game folder is a fresh temporary folder, so stat.ini lands there.
+// with a view and services that write down what the session shows and asks for, and a
+// counting listener between board and session. The game folder is a fresh temporary
+// folder, so stat.ini lands there. The random numbers may be given by the test.
 #include "board/BoardFixture.h"
+#include "levels/LevelSetReader.h"
+#include "session/CountingListener.h"
 #include "session/GameSession.h"
 #include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
 
+#include <fstream>
 #include <map>
 
 namespace tolva::testing {
@@ -47,10 +51,11 @@ public:
 
 class SessionFixture {
 public:
-    SessionFixture()
+    explicit SessionFixture(Random* rng = nullptr)
         : Game(std::make_unique<LevelModule>()),
-          Session(*Game, Host.Platform(), View, Services),
-          Board(*Game, Host.Platform(), Session) {
+          Session(*Game, MakePlatform(rng), View, Services),
+          Events(Session),
+          Board(*Game, MakePlatform(rng), Events) {
         SetAppPath(Folder.Path());
         Session.AttachBoard(Board);
         Board.AniDraw = false;
@@ -62,6 +67,7 @@ public:
     RecordingView View;
     RecordingServices Services;
     GameSession Session;
+    CountingListener Events;
     TolvaBoard Board;
 
     void SetLevel(int number, const std::vector<std::string>& rows, const std::vector<std::string>& spells = {}) {
@@ -77,6 +83,25 @@ public:
     }
     std::string Stat(const std::string& section, const std::string& key) const {
         return ReadIni(Folder / "stat.ini", section, key);
+    }
+    // The level set shipped with the game, loaded as the game loads it.
+    void LoadDefaultSet() {
+        std::ifstream file(std::string(TOLVA_SOURCE_DIR) + "/game/levels/default/levels.set", std::ios::binary);
+        ASSERT_TRUE(file.good());
+        LevelSetReader reader(*Game);
+        const LevelSetLoad load = reader.Load(file);
+        ASSERT_EQ(load.Integrity, LevelSetIntegrity::Ok);
+        ASSERT_EQ(load.LevelsStored(), MaxLevels);
+    }
+    // Types a word on the main window, a key a letter, by the capital's code.
+    void Type(const std::string& word) {
+        for (char c : word) Session.Form_KeyDown(static_cast<std::int16_t>(std::toupper(static_cast<unsigned char>(c))));
+    }
+
+private:
+    BoardPlatform MakePlatform(Random* rng) {
+        BoardPlatform p = Host.Platform();
+        return rng != nullptr ? BoardPlatform{p.Loop, p.Surface, p.Pictures, p.Sound, p.Dialog, *rng} : p;
     }
 };
 
