@@ -215,3 +215,36 @@ TEST(frmMain, ASpellIsArmedFromItsButtonAndFiredOnTheBoard) {
     EXPECT_EQ(window.Session().Score, static_cast<double>(run) * run);
     EXPECT_EQ(LabelText(window, "GUN"), "");
 }
+
+TEST(frmMain, KeysStartAGameAndTheKeyWordTogglesCheatMode) {
+    GameFolder folder("[main]\r\nanidraw=0\r\nplaysounds=0\r\n");
+    auto game = std::make_unique<LevelModule>();
+    HeadlessEventLoop loop;
+    ScriptedDialogs dialogs;
+    frmMain window(*game, loop, "", &dialogs);
+    ASSERT_TRUE(window.Form_Load());
+    window.show();
+    QLabel* cheatLabel = nullptr;
+    for (QLabel* label : window.findChildren<QLabel*>())
+        if (label->text() == "CHEAT MODE ON") cheatLabel = label;
+    ASSERT_NE(cheatLabel, nullptr);
+    EXPECT_FALSE(cheatLabel->isVisibleTo(&window));
+
+    QTest::keyClick(&window, Qt::Key_F2);
+    EXPECT_TRUE(window.Session().GameRunning);
+
+    QTest::keyClicks(&window, "orangekettlez");       // a wrong last letter: nothing
+    EXPECT_FALSE(game->CheatMode);
+    QTest::keyClicks(&window, "ORANGEKETTLES");       // capitals count as the letters
+    EXPECT_TRUE(game->CheatMode);
+    EXPECT_TRUE(cheatLabel->isVisibleTo(&window));
+    EXPECT_TRUE(window.Session().ScoreFrozen);
+
+    // H shows a hint on the board while a game runs.
+    QTest::keyClick(&window, Qt::Key_H);
+    EXPECT_TRUE(window.Board().AniHint().Visible());
+
+    QTest::keyClicks(&window, "orangekettles");
+    EXPECT_FALSE(game->CheatMode);
+    EXPECT_FALSE(cheatLabel->isVisibleTo(&window));
+}

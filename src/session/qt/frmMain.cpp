@@ -56,7 +56,7 @@ frmMain::frmMain(LevelModule& game, EventLoop& loop, QString commandLine, Dialog
     : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint),
       game_(game), loop_(loop), commandLine_(std::move(commandLine)) {
     setFixedSize(750, 561);
-    setMouseTracking(false);
+    setFocusPolicy(Qt::StrongFocus);   // the game's keys and the key word are typed on the window
     if (dialogs == nullptr) {
         qtDialogs_ = std::make_unique<QtDialogs>(this);
         dialogs = qtDialogs_.get();

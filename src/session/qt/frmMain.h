@@ -99,14 +99,13 @@ public:
     void NewGameMnu_Click();
     void NewGameWithLevelCode_Click();
     void mnuEndGame_Click();
-    void mnuLevList_Click(int Index);
-    void mnuAutoplay_Click();
     void ShowHelp_Click();
     void Game_Click();
     void lbLevelCode_Click();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;

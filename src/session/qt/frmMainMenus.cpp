@@ -14,12 +14,39 @@
 #include <QCursor>
 #include <QDesktopServices>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QUrl>
 #include <QWindow>
 
 namespace tolva {
 namespace {
+
+// The key codes the game's keys and key word are told in: the classic desktop codes,
+// which are the capital letters' and digits' own codes, 112 up for F1 and up, and 16 to
+// 18 for Shift, Ctrl and Alt. Keys without such a code give -1.
+std::int16_t ClassicKeyCode(const QKeyEvent& event) {
+    const int key = event.key();
+    if (key >= Qt::Key_F1 && key <= Qt::Key_F24) return static_cast<std::int16_t>(112 + (key - Qt::Key_F1));
+    if ((key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9) || key == Qt::Key_Space)
+        return static_cast<std::int16_t>(key);
+    switch (key) {
+    case Qt::Key_Shift: return 16;
+    case Qt::Key_Control: return 17;
+    case Qt::Key_Alt: return 18;
+    case Qt::Key_Return:
+    case Qt::Key_Enter: return 13;
+    case Qt::Key_Escape: return 27;
+    case Qt::Key_Backspace: return 8;
+    case Qt::Key_Tab: return 9;
+    case Qt::Key_Left: return 37;
+    case Qt::Key_Up: return 38;
+    case Qt::Key_Right: return 39;
+    case Qt::Key_Down: return 40;
+    case Qt::Key_Delete: return 46;
+    default: return -1;
+    }
+}
 
 // Entries whose windows come with later parts of the game stand in their menus with
 // their captions, greyed out.
@@ -49,20 +76,22 @@ void frmMain::MakeMenus() {
     cheatMenu_ = new QMenu("CheatMenu", this);
     levList_ = cheatMenu_->addMenu("Jump to level");
     for (int i = 0; i < MaxLevels; ++i) {
-        mnuLevList_[static_cast<std::size_t>(i)] = levList_->addAction("", this, [this, i] { mnuLevList_Click(i); });
+        mnuLevList_[static_cast<std::size_t>(i)] =
+            levList_->addAction("", this, [this, i] { session_->mnuLevList_Click(static_cast<std::int16_t>(i)); });
         mnuLevList_[static_cast<std::size_t>(i)]->setVisible(false);
     }
-    Later(cheatMenu_, "Play Sound...");
-    mnuAutoplay_ = cheatMenu_->addAction("Autoplay (TESTMODE)", this, &frmMain::mnuAutoplay_Click);
+    cheatMenu_->addAction("Play Sound...", this, [this] { session_->mnuPlaySound_Click(); });
+    mnuAutoplay_ = cheatMenu_->addAction("Autoplay (TESTMODE)", this, [this] { session_->mnuAutoplay_Click(); });
     mnuAutoplay_->setCheckable(true);
-    Later(cheatMenu_, "Give bonus");
+    cheatMenu_->addAction("Give bonus", this, [this] { session_->GiveBonus_Click(); });
     cheatMenu_->addSeparator();
     PCSPEAKERENABLED_ = cheatMenu_->addAction("PC-SPEAKER ENABLED ON EVENTS");
     PCSPEAKERENABLED_->setCheckable(true);
     PCSPEAKERENABLED_->setChecked(true);
     // The game ends autoplay by itself at a game over; the check mark follows.
     connect(cheatMenu_, &QMenu::aboutToShow, this, [this] { mnuAutoplay_->setChecked(session_->AutoplayChecked); });
-    connect(PCSPEAKERENABLED_, &QAction::toggled, this, [this](bool on) { session_->SpeakerEnabled = on; });
+    connect(PCSPEAKERENABLED_, &QAction::triggered, this,
+            [this] { PCSPEAKERENABLED_->setChecked(session_->PCSPEAKERENABLED_Click()); });
 
     optionsMenu_ = new QMenu("mnuOptions", this);
     Later(optionsMenu_, "Settings...");
@@ -135,19 +164,18 @@ void frmMain::ShowHelp_Click() {
     QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromLocal8Bit(NativePath(page).c_str())));
 }
 
-void frmMain::mnuLevList_Click(int Index) {
-    board_->JumpToLevel(static_cast<std::int16_t>(Index + 1));
-    session_->GameRunning = true;
-}
-
-void frmMain::mnuAutoplay_Click() {
-    if (!session_->GameRunning) {
-        mnuAutoplay_->setChecked(session_->AutoplayChecked);
-        return;
+void frmMain::keyPressEvent(QKeyEvent* event) {
+    const std::int16_t code = ClassicKeyCode(*event);
+    if (code < 0) return;
+    switch (session_->Form_KeyDown(code)) {
+    case WindowCommand::Help: ShowHelp_Click(); break;
+    case WindowCommand::NewGame: NewGameMnu_Click(); break;
+    case WindowCommand::EndGame: mnuEndGame_Click(); break;
+    // The settings and statistics windows come later; their menu entries are greyed out.
+    case WindowCommand::Settings:
+    case WindowCommand::Statistics:
+    case WindowCommand::None: break;
     }
-    session_->AutoplayChecked = !session_->AutoplayChecked;
-    mnuAutoplay_->setChecked(session_->AutoplayChecked);
-    session_->AutoPlay();
 }
 
 // ---- the mouse on the window -------------------------------------------------------------------

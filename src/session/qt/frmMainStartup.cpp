@@ -53,7 +53,7 @@ bool frmMain::Form_Load() {
     loading_->SetLabel("Settings...");
     game_.DefaultMusicFile = AppPath() + "data\\0.mod";
     if (!ReadSettings()) return false;
-    // @@CHEATLINE@@
+    if (commandLine_.contains("orangekettles")) session_->ChangeCheatMode();
     rng_->Seed(static_cast<std::uint64_t>(QDateTime::currentMSecsSinceEpoch()));
 
     LevelSetReader reader(game_, this);
