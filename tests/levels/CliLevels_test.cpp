@@ -2,6 +2,8 @@
 #include "LevelSetTestFiles.h"
 #include "support/TempFolder.h"
 
+#include "CliRunner.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -13,25 +15,9 @@ using tolva::testing::TempFolder;
 
 namespace {
 
-struct CliRun {
-    int status = -1;
-    std::string out;
-};
-
-CliRun Cli(const std::string& arguments) {
-    CliRun r;
-    const std::string command = std::string(TOLVA_CLI) + " " + arguments + " 2>/dev/null";
-    FILE* pipe = ::popen(command.c_str(), "r");
-    if (!pipe) return r;
-    char buffer[4096];
-    std::size_t n;
-    while ((n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) r.out.append(buffer, n);
-    const int status = ::pclose(pipe);
-    r.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return r;
-}
-
-std::string Quote(const std::string& path) { return "'" + path + "'"; }
+using tolva::testing::Cli;
+using tolva::testing::CliRun;
+using tolva::testing::Quote;
 
 void MakeSet(const TempFolder& f, const std::string& name, const std::string& text) {
     std::filesystem::create_directories(f / name);

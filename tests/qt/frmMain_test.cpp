@@ -18,6 +18,7 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <tuple>
 
 // The built-in pictures are compiled into the front-end library; Q_INIT_RESOURCE must
 // stand outside any namespace.
@@ -49,6 +50,20 @@ public:
         SetAppPath(Dir.Path());
     }
     TempFolder Dir;
+};
+
+// The window on a game folder, with scripted dialogs and the virtual clock.
+struct TestWindow {
+    template <typename... FolderArgs>
+    explicit TestWindow(FolderArgs... folderArgs) : folder(folderArgs...), window(*game, loop, "", &dialogs) {}
+    std::tuple<GameFolder&, std::unique_ptr<LevelModule>&, ScriptedDialogs&, frmMain&> Parts() {
+        return {folder, game, dialogs, window};
+    }
+    GameFolder folder;
+    std::unique_ptr<LevelModule> game = std::make_unique<LevelModule>();
+    HeadlessEventLoop loop;
+    ScriptedDialogs dialogs;
+    frmMain window;
 };
 
 // The cells of the stored solution of a default level, in click order.
@@ -87,22 +102,16 @@ QString LabelText(frmMain& window, const QString& text) {
 
 TEST(frmMain, StartUpStopsWithoutTheDefaultSetAndFallsBackFromABadOne) {
     {
-        GameFolder folder("", false);
-        auto game = std::make_unique<LevelModule>();
-        HeadlessEventLoop loop;
-        ScriptedDialogs dialogs;
-        frmMain window(*game, loop, "", &dialogs);
+        TestWindow t("", false);
+        auto [folder, game, dialogs, window] = t.Parts();
         EXPECT_FALSE(window.Form_Load());
         ASSERT_EQ(dialogs.ShownBoxes().size(), 1u);
         EXPECT_EQ(dialogs.ShownBoxes()[0].Text, "ERROR! Unable to locate default levels.\nPlease re-install TOLVA II.");
         EXPECT_EQ(dialogs.ShownBoxes()[0].Icon, MessageIcon::Stop);
     }
     {
-        GameFolder folder("[main]\r\nlevelset=levels\\gone\\\r\n");
-        auto game = std::make_unique<LevelModule>();
-        HeadlessEventLoop loop;
-        ScriptedDialogs dialogs;
-        frmMain window(*game, loop, "", &dialogs);
+        TestWindow t("[main]\r\nlevelset=levels\\gone\\\r\n");
+        auto [folder, game, dialogs, window] = t.Parts();
         EXPECT_TRUE(window.Form_Load());
         ASSERT_EQ(dialogs.ShownBoxes().size(), 1u);
         EXPECT_EQ(dialogs.ShownBoxes()[0].Text, "TOLVA2.INI ERROR! UNABLE TO LOAD SELECTED LEVEL-SET.\nLOADING DEFAULT...");
@@ -112,11 +121,8 @@ TEST(frmMain, StartUpStopsWithoutTheDefaultSetAndFallsBackFromABadOne) {
     }
     {
         // An empty levelset= is the default set, without a word.
-        GameFolder folder("[main]\r\nlevelset=\r\nupdatedelay=1\r\n");
-        auto game = std::make_unique<LevelModule>();
-        HeadlessEventLoop loop;
-        ScriptedDialogs dialogs;
-        frmMain window(*game, loop, "", &dialogs);
+        TestWindow t("[main]\r\nlevelset=\r\nupdatedelay=1\r\n");
+        auto [folder, game, dialogs, window] = t.Parts();
         EXPECT_TRUE(window.Form_Load());
         EXPECT_TRUE(dialogs.ShownBoxes().empty());
         EXPECT_EQ(window.Board().UpdateDelay(), 2);
@@ -127,11 +133,8 @@ TEST(frmMain, StartUpStopsWithoutTheDefaultSetAndFallsBackFromABadOne) {
 }
 
 TEST(frmMain, AGamePlayedWithTheMouseClearsALevelAndEnds) {
-    GameFolder folder("[main]\r\nanidraw=0\r\nplaysounds=0\r\nplayanimations=0\r\n");
-    auto game = std::make_unique<LevelModule>();
-    HeadlessEventLoop loop;
-    ScriptedDialogs dialogs;
-    frmMain window(*game, loop, "", &dialogs);
+    TestWindow t("[main]\r\nanidraw=0\r\nplaysounds=0\r\nplayanimations=0\r\n");
+    auto [folder, game, dialogs, window] = t.Parts();
     ASSERT_TRUE(window.Form_Load());
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
@@ -170,11 +173,8 @@ TEST(frmMain, AGamePlayedWithTheMouseClearsALevelAndEnds) {
 }
 
 TEST(frmMain, QuittingARunningGameAsksAndCancelKeepsItAndTheFiles) {
-    GameFolder folder("[main]\r\nanidraw=0\r\nplaysounds=0\r\n");
-    auto game = std::make_unique<LevelModule>();
-    HeadlessEventLoop loop;
-    ScriptedDialogs dialogs;
-    frmMain window(*game, loop, "", &dialogs);
+    TestWindow t("[main]\r\nanidraw=0\r\nplaysounds=0\r\n");
+    auto [folder, game, dialogs, window] = t.Parts();
     ASSERT_TRUE(window.Form_Load());
     window.NewGameMnu_Click();
     const std::string before = folder.Dir.Read("tolva2.ini");
@@ -186,11 +186,8 @@ TEST(frmMain, QuittingARunningGameAsksAndCancelKeepsItAndTheFiles) {
 }
 
 TEST(frmMain, ASpellIsArmedFromItsButtonAndFiredOnTheBoard) {
-    GameFolder folder("[main]\r\nanidraw=0\r\nplaysounds=0\r\nplayanimations=0\r\n");
-    auto game = std::make_unique<LevelModule>();
-    HeadlessEventLoop loop;
-    ScriptedDialogs dialogs;
-    frmMain window(*game, loop, "", &dialogs);
+    TestWindow t("[main]\r\nanidraw=0\r\nplaysounds=0\r\nplayanimations=0\r\n");
+    auto [folder, game, dialogs, window] = t.Parts();
     ASSERT_TRUE(window.Form_Load());
     window.show();
     window.NewGameMnu_Click();
@@ -217,11 +214,8 @@ TEST(frmMain, ASpellIsArmedFromItsButtonAndFiredOnTheBoard) {
 }
 
 TEST(frmMain, KeysStartAGameAndTheKeyWordTogglesCheatMode) {
-    GameFolder folder("[main]\r\nanidraw=0\r\nplaysounds=0\r\n");
-    auto game = std::make_unique<LevelModule>();
-    HeadlessEventLoop loop;
-    ScriptedDialogs dialogs;
-    frmMain window(*game, loop, "", &dialogs);
+    TestWindow t("[main]\r\nanidraw=0\r\nplaysounds=0\r\n");
+    auto [folder, game, dialogs, window] = t.Parts();
     ASSERT_TRUE(window.Form_Load());
     window.show();
     QLabel* cheatLabel = nullptr;

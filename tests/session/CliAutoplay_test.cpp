@@ -2,6 +2,8 @@
 // level 1 to level 1, short runs that replay exactly by their seed, and bad arguments.
 #include "support/TempFolder.h"
 
+#include "CliRunner.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -12,25 +14,14 @@
 
 namespace {
 
-struct CliRun {
+struct AutoplayRun {
     int status = -1;
     std::vector<std::string> lines;
 };
 
-CliRun Cli(const std::string& arguments) {
-    CliRun r;
-    const std::string command = std::string(TOLVA_CLI) + " autoplay " + arguments + " 2>/dev/null";
-    FILE* pipe = ::popen(command.c_str(), "r");
-    if (!pipe) return r;
-    std::string out;
-    char buffer[4096];
-    std::size_t n;
-    while ((n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) out.append(buffer, n);
-    const int status = ::pclose(pipe);
-    r.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    std::istringstream in(out);
-    for (std::string line; std::getline(in, line);) r.lines.push_back(line);
-    return r;
+AutoplayRun Cli(const std::string& arguments) {
+    const tolva::testing::CliRun run = tolva::testing::Cli("autoplay " + arguments);
+    return {run.status, run.Lines()};
 }
 
 const std::string DefaultSet = "'" + std::string(TOLVA_SOURCE_DIR) + "/game/levels/default'";
@@ -39,7 +30,7 @@ const std::string DefaultSet = "'" + std::string(TOLVA_SOURCE_DIR) + "/game/leve
 
 TEST(CliAutoplay, PlaysTheWholeDefaultSetRoundToLevelOne) {
     for (const char* aniDraw : {"on", "off"}) {
-        const CliRun run = Cli(DefaultSet + " --anidraw " + aniDraw);
+        const AutoplayRun run = Cli(DefaultSet + " --anidraw " + aniDraw);
         ASSERT_EQ(run.status, 0) << aniDraw << ": " << (run.lines.empty() ? "" : run.lines.back());
         ASSERT_EQ(run.lines.size(), 102u);   // 101 level starts and the summary
         for (int n = 1; n <= 100; ++n) {
@@ -55,9 +46,9 @@ TEST(CliAutoplay, PlaysTheWholeDefaultSetRoundToLevelOne) {
 }
 
 TEST(CliAutoplay, ASeedReplaysTheSameGameAndBadArgumentsAreRefused) {
-    const CliRun first = Cli(DefaultSet + " --levels 8 --seed 5");
-    const CliRun again = Cli(DefaultSet + " --levels 8 --seed 5");
-    const CliRun other = Cli(DefaultSet + " --levels 8 --seed 6");
+    const AutoplayRun first = Cli(DefaultSet + " --levels 8 --seed 5");
+    const AutoplayRun again = Cli(DefaultSet + " --levels 8 --seed 5");
+    const AutoplayRun other = Cli(DefaultSet + " --levels 8 --seed 6");
     ASSERT_EQ(first.status, 0);
     ASSERT_EQ(first.lines.size(), 9u);
     EXPECT_EQ(first.lines, again.lines);

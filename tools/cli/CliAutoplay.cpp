@@ -21,6 +21,7 @@
 // The settings are the game's defaults (AniDraw on unless --anidraw off), and nothing is
 // written: no stat.ini, no hiscore.
 #include "CliCommand.h"
+#include "CliSessionParts.h"
 
 #include "board/TolvaBoard.h"
 #include "levels/LevelSetReader.h"
@@ -50,34 +51,6 @@ constexpr int MaxRestartsWithoutMove = 20;
 constexpr std::int64_t SliceMs = 600'000;
 constexpr std::int64_t MaxLevelStarts = 1'000'000;
 
-// The session's display: the command prints its own lines.
-class SilentView final : public SessionView {
-public:
-    void SetLabel(SessionLabel, const std::string&) override {}
-    void ShowSpellPanel(const SpellPanel&) override {}
-    void ShowLoadingText(const std::string&) override {}
-    void ShowStandardBackground() override {}
-    void ShowCheatMode(bool) override {}
-    void ShowAutoplayChecked(bool) override {}
-};
-
-// No hiscore table; the speaker's signals take their time on the game clock and are counted.
-class CountingServices final : public SessionServices {
-public:
-    explicit CountingServices(EventLoop& loop) : loop_(loop) {}
-    void CheckIfHiScore() override {}
-    void PrintHiScore(std::int16_t, std::int32_t, std::int32_t) override {}
-    std::int16_t CheckHiscorePlace() override { return -1; }
-    void PlayKedelig() override {}
-    void SpeakerBeep(std::int32_t, std::int32_t milliseconds) override {
-        ++Beeps;
-        loop_.Pause(milliseconds);
-    }
-    long Beeps = 0;
-
-private:
-    EventLoop& loop_;
-};
 
 // What happened in one level, and in the whole run.
 struct LevelTallies {
@@ -134,7 +107,7 @@ private:
     HeadlessPlatform host_;
     std::unique_ptr<LevelModule> game_;
     SilentView view_;
-    CountingServices services_;
+    TableFreeServices services_;
     GameSession session_;
     TolvaBoard board_;
 

@@ -19,6 +19,7 @@
 // settings are the game's defaults, except that nothing is logged to stat.ini: playing a
 // set from the command line writes no file.
 #include "CliCommand.h"
+#include "CliSessionParts.h"
 
 #include "board/TolvaBoard.h"
 #include "levels/LevelSetReader.h"
@@ -83,31 +84,6 @@ private:
     BoardListener& session_;
 };
 
-// The session's display: the command shows only the events and the grids.
-class SilentView final : public SessionView {
-public:
-    void SetLabel(SessionLabel, const std::string&) override {}
-    void ShowSpellPanel(const SpellPanel&) override {}
-    void ShowLoadingText(const std::string&) override {}
-    void ShowStandardBackground() override {}
-    void ShowCheatMode(bool) override {}
-    void ShowAutoplayChecked(bool) override {}
-};
-
-// What the session asks of the rest of the game. The command has no hiscore table, so a
-// score never has a place in one; a beep of the speaker takes its time on the game clock.
-class SilentServices final : public SessionServices {
-public:
-    explicit SilentServices(EventLoop& loop) : loop_(loop) {}
-    void CheckIfHiScore() override {}
-    void PrintHiScore(std::int16_t, std::int32_t, std::int32_t) override {}
-    std::int16_t CheckHiscorePlace() override { return -1; }
-    void PlayKedelig() override {}
-    void SpeakerBeep(std::int32_t, std::int32_t milliseconds) override { loop_.Pause(milliseconds); }
-
-private:
-    EventLoop& loop_;
-};
 
 std::optional<std::int64_t> WholeNumber(const std::string& text) {
     std::int64_t value = 0;
@@ -167,7 +143,7 @@ private:
     HeadlessPlatform host_;
     std::unique_ptr<LevelModule> game_;
     SilentView view_;
-    SilentServices services_;
+    TableFreeServices services_;
     GameSession session_;
     PrintingListener printer_;
     TolvaBoard board_;
