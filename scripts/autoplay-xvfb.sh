@@ -11,6 +11,8 @@ command -v xdotool >/dev/null || { echo "autoplay-xvfb: install xdotool" >&2; ex
 if [ -z "${DISPLAY:-}" ]; then
   exec xvfb-run -a -s "-screen 0 1024x768x24" "$0" "$@"
 fi
+# xvfb-run does not always wait until its server takes clients.
+for _ in $(seq 200); do xdotool getdisplaygeometry >/dev/null 2>&1 && break; sleep 0.05; done
 
 run() {
   local label=$1 ini=$2 dir

@@ -11,18 +11,27 @@ command -v xdotool >/dev/null || { echo "measure-startup: install xdotool" >&2; 
 if [ -z "${DISPLAY:-}" ]; then
   exec xvfb-run -a -s "-screen 0 1024x768x24" "$0" "$@"
 fi
+# xvfb-run does not always wait until its server takes clients.
+for _ in $(seq 200); do xdotool getdisplaygeometry >/dev/null 2>&1 && break; sleep 0.05; done
 
 times=(); rss=()
 for ((i = 0; i < runs; i++)); do
-  start=$(date +%s%N)
-  "$game" >/dev/null 2>&1 &
-  pid=$!
-  # The main window's title begins with the game's name and the set's name.
-  until xdotool search --onlyvisible --name "TOLVA II  -" >/dev/null 2>&1; do
-    kill -0 "$pid" 2>/dev/null || { echo "measure-startup: the game ended early" >&2; exit 1; }
-    sleep 0.005
+  # Xvfb now and then refuses a client while it is being polled; such a launch is tried
+  # again rather than counted.
+  for attempt in 1 2 3; do
+    start=$(date +%s%N)
+    "$game" >/dev/null 2>&1 &
+    pid=$!
+    # The main window's title begins with the game's name and the set's name.
+    while ! xdotool search --onlyvisible --name "TOLVA II  -" >/dev/null 2>&1; do
+      kill -0 "$pid" 2>/dev/null || break
+      sleep 0.02
+    done
+    end=$(date +%s%N)
+    kill -0 "$pid" 2>/dev/null && break
+    wait "$pid" 2>/dev/null || true
+    [ "$attempt" = 3 ] && { echo "measure-startup: the game did not start" >&2; exit 1; }
   done
-  end=$(date +%s%N)
   times+=($(( (end - start) / 1000000 )))
   sleep 1   # let it settle before reading its memory
   rss+=($(awk '/VmRSS/ {print $2}' /proc/$pid/status))
