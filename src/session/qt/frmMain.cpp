@@ -53,7 +53,7 @@ void CentreIn(QLabel* label, const QWidget* box, bool vertically) {
 } // namespace
 
 frmMain::frmMain(LevelModule& game, EventLoop& loop, QString commandLine, Dialogs* dialogs)
-    : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint),
+    : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint),
       game_(game), loop_(loop), commandLine_(std::move(commandLine)) {
     setFixedSize(750, 561);
     setFocusPolicy(Qt::StrongFocus);   // the game's keys and the key word are typed on the window

@@ -1,5 +1,6 @@
 #pragma once
-// frmMain: the game's main window. A fixed 750 x 561 window with the board on the left,
+// frmMain: the game's main window. A fixed 750 x 561 window with a title and no control
+// box (Exit is in the Game menu), the board on the left,
 // the panel on the right (score, level, bonus, spells, hiscores, the three picture
 // buttons) and a line of small labels at the bottom; every command is in pop-up menus.
 //
