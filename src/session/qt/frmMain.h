@@ -1,8 +1,8 @@
 #pragma once
 // frmMain: the game's main window. A fixed 750 x 561 window with a title and no control
-// box (Exit is in the Game menu), the board on the left,
-// the panel on the right (score, level, bonus, spells, hiscores, the three picture
-// buttons) and a line of small labels at the bottom; every command is in pop-up menus.
+// box: the board on the left, the panel on the right (score, level, bonus, spells,
+// hiscores, the three picture buttons) and a line of small labels at the bottom. Every
+// command, Exit included, is in pop-up menus.
 //
 // The window is a thin layer: the game itself (score, stock, counters, level flow, the
 // board's 14 events) lives in GameSession, which the window shows through SessionView.
