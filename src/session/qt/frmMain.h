@@ -20,7 +20,6 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPixmap>
-#include <QPointer>
 #include <QWidget>
 
 #include <array>

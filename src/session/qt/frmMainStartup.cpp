@@ -14,7 +14,6 @@
 #include "support/platform/SeededRandom.h"
 #include "support/platform/SoundPlayer.h"
 #include "support/platform/qt/QtDialogs.h"
-#include "support/platform/qt/QtEventLoop.h"
 #include "support/platform/qt/QtPictureHolder.h"
 
 #include <QCloseEvent>
