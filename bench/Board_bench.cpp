@@ -3,7 +3,7 @@
 // end-of-move test), the dead-board test HasMoves, and a whole-board paint pass against
 // the recording surface.
 #include "board/TolvaBoard.h"
-#include "support/platform/HeadlessPlatform.h"
+#include "testsupport/HeadlessPlatform.h"
 
 #include <benchmark/benchmark.h>
 
@@ -63,7 +63,7 @@ int GroupSize(const LevelRecord& level, int x0, int y0) {
 }
 
 struct Bench {
-    explicit Bench(int colours) : game(std::make_unique<LevelModule>()), board(*game, host.Platform(), listener) {
+    explicit Bench(int colours) : game(std::make_unique<LevelModule>()), board(*game, settings, host.Platform(), listener) {
         SeededRandom rng(2024);
         for (int i = 0; i < Boards; ++i) {
             auto& level = game->Levels[static_cast<std::size_t>(i)];
@@ -93,6 +93,7 @@ struct Bench {
     }
 
     HeadlessPlatform host;
+    GameSettings settings;
     std::unique_ptr<LevelModule> game;
     CountingListener listener;
     TolvaBoard board;

@@ -4,7 +4,7 @@
 // one colour (1600 cells deep, each painted by itself), and the nine-step bonus count-up
 // with its lingering second.
 #include "board/TolvaBoard.h"
-#include "support/platform/HeadlessPlatform.h"
+#include "testsupport/HeadlessPlatform.h"
 
 #include <benchmark/benchmark.h>
 
@@ -37,9 +37,10 @@ public:
 
 struct Bench {
     HeadlessPlatform host{7};
+    GameSettings settings;
     std::unique_ptr<LevelModule> game = std::make_unique<LevelModule>();
     QuietListener events;
-    TolvaBoard board{*game, host.Platform(), events};
+    TolvaBoard board{*game, settings, host.Platform(), events};
 
     // Starts a full board of side 40, its colours drawn by `colour(x, y)`.
     template <typename Colour>

@@ -3,12 +3,12 @@
 #include "board/BoardListener.h"
 #include "board/TolvaBoard.h"
 #include "board/qt/BoardWidget.h"
-#include "support/platform/RecordingSoundPlayer.h"
-#include "support/platform/ScriptedDialogs.h"
+#include "testsupport/RecordingSoundEffects.h"
+#include "testsupport/ScriptedDialogs.h"
 #include "support/platform/SeededRandom.h"
 #include "support/platform/qt/QtEventLoop.h"
 #include "support/platform/qt/QtPictureHolder.h"
-#include "support/platform/qt/QtPictureStore.h"
+#include "board/qt/QtPictureStore.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -63,16 +63,17 @@ struct BoardOnScreen {
     QtEventLoop Loop;
     BoardWidget Widget;
     QtPictureStore Pictures{Loop, &Widget};
-    RecordingSoundPlayer Sound;
+    RecordingSoundEffects Sound;
     ScriptedDialogs Dialog;
     SeededRandom Rng{7};
+    GameSettings Settings;
     std::unique_ptr<LevelModule> Game = std::make_unique<LevelModule>();
     CountingListener Events;
     PaintCounter Painted;
     std::unique_ptr<TolvaBoard> Board;
 
     BoardOnScreen() {
-        Board = std::make_unique<TolvaBoard>(*Game, BoardPlatform{Loop, Widget, Pictures, Sound, Dialog, Rng}, Events);
+        Board = std::make_unique<TolvaBoard>(*Game, Settings, BoardPlatform{Loop, Widget, Pictures, Sound, Dialog, Rng}, Events);
         Widget.AttachBoard(Board.get());
         for (int i = 0; i < 10; ++i)
             dynamic_cast<QtPictureHolder&>(Board->Gfx(i)).SetImage(Solid(25, 25, qRgb(20 * i, 255 - 20 * i, 90)));

@@ -1,13 +1,11 @@
-// TOLVA II: the game's entry point. Everything the game does at start-up and shutdown is
-// frmMain's; this only makes the application, the game folder and the window.
-#include "board/LevelModule.h"
-#include "session/qt/frmMain.h"
+// TOLVA II: the game's entry point. It makes the application and the game folder and
+// hands over to the composition root, whose start-up is the game's.
+#include "app/GameApp.h"
 #include "support/ZenkorModule.h"
 #include "support/platform/qt/QtEventLoop.h"
 
 #include <QApplication>
-
-#include <memory>
+#include <QDateTime>
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
@@ -17,13 +15,11 @@ int main(int argc, char** argv) {
     tolva::InitAppPath(argc, argv);
 
     // The start-up words are looked for anywhere in the whole command line.
-    QString commandLine;
-    for (int i = 1; i < argc; ++i) commandLine += QString::fromLocal8Bit(argv[i]) + ' ';
+    std::string commandLine;
+    for (int i = 1; i < argc; ++i) commandLine += std::string(argv[i]) + ' ';
 
-    auto game = std::make_unique<tolva::LevelModule>();
     tolva::QtEventLoop loop;
-    tolva::frmMain window(*game, loop, commandLine);
-    if (!window.Form_Load()) return 1;
-    window.show();
+    tolva::GameApp game(loop, commandLine);
+    if (!game.Start(static_cast<std::uint64_t>(QDateTime::currentMSecsSinceEpoch()))) return 1;
     return QApplication::exec();
 }

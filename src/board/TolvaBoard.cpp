@@ -5,8 +5,9 @@
 
 namespace tolva {
 
-TolvaBoard::TolvaBoard(LevelModule& game, const BoardPlatform& platform, BoardListener& listener)
-    : game_(game), platform_(platform), listener_(listener) {
+TolvaBoard::TolvaBoard(LevelModule& game, const GameSettings& settings, const BoardPlatform& platform,
+                       BoardListener& listener)
+    : game_(game), settings_(settings), platform_(platform), listener_(listener) {
     Bricks.Fill(CellEmpty);
     Spells.Fill(NoSpell);
     WorkBricks.Fill(CellEmpty);
@@ -98,6 +99,17 @@ std::int32_t TolvaBoard::UpdateDelay() const { return timer1_->Interval(); }
 
 void TolvaBoard::SetUpdateDelay(std::int32_t ms) { timer1_->SetInterval(ms); }
 
+void TolvaBoard::ApplySettings(const GameSettings& settings) {
+    SetUpdateDelay(settings.UpdateDelay < 2 ? 2 : settings.UpdateDelay);
+    AniDraw = settings.AniDraw;
+    SetHuntDelay(settings.HuntDelay);
+}
+
+void TolvaBoard::TakeSettings(GameSettings& settings) const {
+    settings.UpdateDelay = UpdateDelay();
+    settings.AniDraw = AniDraw;
+}
+
 void TolvaBoard::SetAutoSize(bool autoSize) {
     autoSize_ = autoSize;
     UserControl_Resize();
@@ -119,7 +131,30 @@ void TolvaBoard::SetScoreEvents() {
 void TolvaBoard::SetGameOver() {
     if (GameIsOver) return;
     GameIsOver = true;
+    // An ended game stays ended: a bonus still counting or a saw still running would go on
+    // paying points and start the next level behind the game-over message.
+    DropRunningEffects();
+    ReturnSpellsToIdle();
+    BoardReady = true;
     listener_.GameOver();
+}
+
+void TolvaBoard::DropRunningEffects() {
+    ++levelStarts_;
+    timer1_->SetEnabled(false);
+    bonusTimer_->SetEnabled(false);
+    removeBonusTimer_->SetEnabled(false);
+    bonusPic_->SetVisible(false);
+    bounceTimer_->SetEnabled(false);
+    bounceOn_->SetEnabled(false);
+    if (bounce_->IsPlaying()) bounce_->StopPlay();
+    bounce_->SetVisible(false);
+    for (PictureStrip* strip : {animation_.get(), bom_.get()}) {
+        if (strip->IsPlaying()) strip->StopPlay();
+        strip->SetVisible(false);
+    }
+    EffectPlaying = false;
+    RemovedBricks = 0;
 }
 
 void TolvaBoard::JumpToLevel(std::int16_t Level) {

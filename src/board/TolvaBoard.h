@@ -31,7 +31,8 @@
 // bouncing saw), TolvaBoardColour.cpp (recolouring, the flashing marker, clearing the
 // rest), TolvaBoardBonus.cpp (the bonus count-up and the effect strips).
 #include "board/BoardListener.h"
-#include "board/LevelModule.h"
+#include "settings/GameSettings.h"
+#include "shared/LevelModule.h"
 #include "support/platform/BoardPlatform.h"
 #include "support/platform/PicturePanel.h"
 
@@ -61,7 +62,8 @@ public:
     static constexpr int UmbrellaDeals = 11;
     static constexpr int RainbowMaxPicks = 50000;
 
-    TolvaBoard(LevelModule& game, const BoardPlatform& platform, BoardListener& listener);
+    TolvaBoard(LevelModule& game, const GameSettings& settings, const BoardPlatform& platform,
+               BoardListener& listener);
     ~TolvaBoard();
     TolvaBoard(const TolvaBoard&) = delete;
     TolvaBoard& operator=(const TolvaBoard&) = delete;
@@ -75,6 +77,10 @@ public:
     void SetUpdateDelay(std::int32_t ms);
     // True: a removed group shows as holes until Timer1 fires. False: it closes at once.
     bool AniDraw = true;
+    // The values of the player's settings that the board keeps as properties of its own
+    // (UpdateDelay, AniDraw, the hunt delay) are given to it here, and taken back here.
+    void ApplySettings(const GameSettings& settings);
+    void TakeSettings(GameSettings& settings) const;
     // The board takes the size of its background picture.
     bool AutoSize() const { return autoSize_; }
     void SetAutoSize(bool autoSize);
@@ -145,8 +151,9 @@ public:
     // The width of a number written with the digit pictures No(0..10).
     std::int32_t GetWidthOfPictures(const std::string& strNo) const;
     // Play the explosion or the bomb at a pixel position and return when it has played.
-    void AnimationEffect(double X, double Y);
-    void BomEffect(double X, double Y);
+    // Both give false if the level flow was dropped meanwhile (a new game, a game ended).
+    bool AnimationEffect(double X, double Y);
+    bool BomEffect(double X, double Y);
 
     // ---- score and level end (TolvaBoard.cpp) -------------------------------------------
     void SetScoreEvents();
@@ -242,6 +249,7 @@ public:
     bool EffectPlaying = false;
 
 private:
+    void StartLevel(std::int16_t& xLevel);
     // The spell path of a click on an occupied cell with a spell armed.
     void SpellClickPath(int x, int y);
     void MarkTestTubeCell(int x, int y);
@@ -251,7 +259,7 @@ private:
     void ReturnSpellsToIdle();
     void Rainbow(int x, int y);
     void Gun(int x, int y);
-    void GunShot(int x, int y);
+    bool GunShot(int x, int y);
     void Bomb(int x, int y);
     void Umbrella();
     // The size of one cell on the surface.
@@ -266,7 +274,9 @@ private:
     void FlashTimer_Timer();
     void BonusTimer_Timer();
     void RemoveBonusTimer_Timer();
-    void PlayEffect(PictureStrip& strip, const std::string& wave, double X, double Y);
+    // Plays an effect strip once at a pixel position; false if the level flow was dropped
+    // while it played.
+    bool PlayEffect(PictureStrip& strip, const std::string& wave, double X, double Y);
     void CreateEffectParts();
     // The closing up after a removal shown as holes.
     void Timer1_Timer();
@@ -276,8 +286,18 @@ private:
     void PlayRefusalSound();
     void CreateParts();
 
+    // Ends every effect that is running or waiting (the bonus count, the saw, the effect
+    // strips, the pending closing up) and marks the level flow they belong to as dropped:
+    // a new level or the end of the game takes over from them.
+    void DropRunningEffects();
+    // True when the level (or game) that was in play at `levelStart` has been replaced
+    // since: a routine that waited must then not carry on with its part of the old flow.
+    bool FlowDropped(std::uint64_t levelStart) const { return levelStarts_ != levelStart; }
+
     LevelModule& game_;
+    const GameSettings& settings_;
     BoardPlatform platform_;
+    std::uint64_t levelStarts_ = 0;
     BoardListener& listener_;
 
     std::int16_t xBricks_ = DefaultSide;

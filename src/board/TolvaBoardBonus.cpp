@@ -21,12 +21,6 @@ namespace tolva {
 
 namespace {
 
-std::string Trim(const std::string& text) {
-    const auto first = text.find_first_not_of(' ');
-    if (first == std::string::npos) return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 // The digit picture of a character: No(0..9) for a digit, No(10) for the point; -1 for
 // anything else, which has no picture and takes no room.
 int DigitPicture(char c) {
@@ -84,15 +78,8 @@ void TolvaBoard::ShowBonus(PicturePanel& PicObject, const std::string& sNumber) 
 }
 
 std::string TolvaBoard::FormatBonus(double Point) {
-    std::string digits = Trim(NumberText(Point));
-    if (digits.size() < 5) digits.insert(0, 5 - digits.size(), '0');
     // Grouped from the left, not from the right: 12345 gives 123.45.
-    std::string grouped;
-    for (std::size_t i = 0; i < digits.size(); ++i) {
-        grouped += digits[i];
-        if ((i + 1) % 3 == 0 && i + 1 < digits.size()) grouped += '.';
-    }
-    return grouped;
+    return GroupDigits(Trim(NumberText(Point)), 5);
 }
 
 std::int32_t TolvaBoard::GetWidthOfPictures(const std::string& strNo) const {
@@ -105,11 +92,12 @@ std::int32_t TolvaBoard::GetWidthOfPictures(const std::string& strNo) const {
     return width;
 }
 
-void TolvaBoard::AnimationEffect(double X, double Y) { PlayEffect(*animation_, "6.wav", X, Y); }
+bool TolvaBoard::AnimationEffect(double X, double Y) { return PlayEffect(*animation_, "6.wav", X, Y); }
 
-void TolvaBoard::BomEffect(double X, double Y) { PlayEffect(*bom_, "7.wav", X, Y); }
+bool TolvaBoard::BomEffect(double X, double Y) { return PlayEffect(*bom_, "7.wav", X, Y); }
 
-void TolvaBoard::PlayEffect(PictureStrip& strip, const std::string& wave, double X, double Y) {
+bool TolvaBoard::PlayEffect(PictureStrip& strip, const std::string& wave, double X, double Y) {
+    const std::uint64_t start = levelStarts_;
     BoardReady = false;
     strip.SetVisible(false);
     SurfaceRect bounds = strip.Bounds();
@@ -118,12 +106,14 @@ void TolvaBoard::PlayEffect(PictureStrip& strip, const std::string& wave, double
     strip.SetBounds(bounds);
     strip.SetVisible(true);
     EffectPlaying = true;
-    if (game_.PlayAnimations) {
+    if (settings_.PlayAnimations) {
         PlayDataWave(wave);
         strip.Play(1);
         platform_.Loop.WaitUntil([this] { return !EffectPlaying; });
     }
+    if (FlowDropped(start)) return false;
     BoardReady = true;
+    return true;
 }
 
 } // namespace tolva

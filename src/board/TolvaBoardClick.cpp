@@ -36,7 +36,9 @@ void TolvaBoard::UserControl_MouseUp(std::int16_t Button, std::int16_t /*Shift*/
     // lying on the board. Nothing is uncovered, counted or scored.
     if (Button == 2 && (game_.CheatMode || b > 9)) {
         Bricks(cx, cy) = CellEmpty;
+        const std::uint64_t start = levelStarts_;
         CleanArray();
+        if (FlowDropped(start)) return;
         DrawBoard(-1, -1, true);
         listener_.CanDoNextMove();
         return;
@@ -62,13 +64,15 @@ void TolvaBoard::ClickOnBrick(float& X, float& Y, std::int16_t Button) {
 
 void TolvaBoard::Timer1_Timer() {
     timer1_->SetEnabled(false);
+    const std::uint64_t start = levelStarts_;
     CleanArray();
+    if (FlowDropped(start)) return;
     DrawBoard(-1, -1, true);
     listener_.CanDoNextMove();
 }
 
 void TolvaBoard::PlayRefusalSound() {
-    if (game_.PlaySounds) platform_.Sound.PlayWave(AppPath() + "data\\8.wav");
+    if (settings_.PlaySounds) platform_.Sound.PlayWave(AppPath() + "data\\8.wav");
 }
 
 } // namespace tolva

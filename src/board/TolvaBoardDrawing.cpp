@@ -19,7 +19,7 @@ void TolvaBoard::DrawBoard(std::int16_t setX, std::int16_t SetY, bool Fast) {
         if (setX >= 0 && setX < MaxBricks && SetY >= 0 && SetY < MaxBricks) PaintCell(setX, SetY);
         return;
     }
-    const bool mayskip = Fast && game_.DrawUsingBackBuffer;
+    const bool mayskip = Fast && settings_.DrawUsingBackBuffer;
     for (int y = 0; y < xBricks_; ++y) {
         for (int x = 0; x < xBricks_; ++x) {
             const float now = Bricks(x, y);

@@ -17,6 +17,15 @@
 namespace tolva {
 
 void TolvaBoard::NewGame(std::int16_t& xLevel) {
+    // A level asked for by number comes from outside the board's own flow (a new game, a
+    // level code, a jump): whatever the old level still had running or waiting is dropped,
+    // so that it cannot go on paying points or start its next level over the new one. The
+    // board's own next level (-1) comes at the end of that flow and drops nothing.
+    if (xLevel != -1) DropRunningEffects();
+    StartLevel(xLevel);
+}
+
+void TolvaBoard::StartLevel(std::int16_t& xLevel) {
     BoardReady = false;
     game_.BonusTimes = 0;
     game_.ActiveSpell = NoSpell;
@@ -37,7 +46,7 @@ void TolvaBoard::NewGame(std::int16_t& xLevel) {
     if (outside || (xLevel != 1 && game_.Levels[static_cast<std::size_t>(xLevel - 1)].LevelName.empty())) {
         game_.CurLevelNo = 1;
         xLevel = 1;
-        NewGame(xLevel);
+        StartLevel(xLevel);
         return;
     }
     listener_.NewLevel(xLevel);

@@ -156,7 +156,10 @@ void TolvaBoard::CleanArray() {
         if (!IsSpellCell(v)) continue;
         Spells(x, n - 1) = NoSpell;
         Bricks(x, n - 1) = CellEmpty;
+        const std::uint64_t start = levelStarts_;
         listener_.NewSpell(static_cast<std::int16_t>(v - FirstSpellCell));
+        // The handler lets events run: a new game may have taken the board meanwhile.
+        if (FlowDropped(start)) return;
         CleanArray();
         break;
     }
@@ -164,10 +167,13 @@ void TolvaBoard::CleanArray() {
     if (CheckIfFinished()) {
         DrawBoard(-1, -1, true);
         if (game_.BonusTimes > MaxBonusTimes) game_.BonusTimes = MaxBonusTimes;
+        const std::uint64_t start = levelStarts_;
         listener_.BonusScore(LevelBonus, game_.BonusTimes);
         game_.BonusTimes = 0;
         // The bonus display, if the owner shows one, hides BonusPic when its count is done.
         platform_.Loop.WaitUntil([this] { return !bonusPic_->Visible(); });
+        // A new game or an ended one during the count: its next level is not ours to start.
+        if (FlowDropped(start)) return;
         std::int16_t next = -1;
         NewGame(next);
     } else if (!HasMoves() && !GameIsOver) {
@@ -193,7 +199,9 @@ void TolvaBoard::BoardClick(int x, int y) {
         timer1_->SetEnabled(true);
         return;
     }
+    const std::uint64_t start = levelStarts_;
     CleanArray();
+    if (FlowDropped(start)) return;
     DrawBoard(-1, -1, true);
     platform_.Loop.DoEvents();
     listener_.CanDoNextMove();

@@ -47,7 +47,7 @@ void TolvaBoard::MakeBounce(int x, int y) {
     bounceRow_ = y;
     PlaceBounce();
     SpellBrick(x, y);   // the start cell goes at once and is not counted
-    if (game_.PlayAnimations) bounce_->Play(SawPasses);
+    if (settings_.PlayAnimations) bounce_->Play(SawPasses);
     PlayDataWave("15.wav");
     bounce_->SetVisible(true);
 
@@ -55,7 +55,10 @@ void TolvaBoard::MakeBounce(int x, int y) {
     bounceOn_->SetInterval(SawRunTime);
     bounceOn_->SetEnabled(true);
     bounceTimer_->SetInterval(SawStepInterval);
+    const std::uint64_t start = levelStarts_;
     platform_.Loop.WaitUntil([this] { return !bounceOn_->Enabled(); });
+    // A new game or an ended one stopped the saw; the board is no longer the saw's.
+    if (FlowDropped(start)) return;
 
     bounceTimer_->SetEnabled(false);
     bounce_->StopPlay();

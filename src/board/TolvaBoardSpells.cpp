@@ -43,6 +43,7 @@ void TolvaBoard::SpellClickPath(int x, int y) {
     if (!SpellClickPending) listener_.SpellClick(game_.ActiveSpell, game_.CurLevelNo);
     SpellClickPending = true;
     game_.SpellRunning = true;
+    const std::uint64_t start = levelStarts_;
     if (game_.ActiveSpell == SpellTestTube) {
         if (TestTubeX == -1) {
             MarkTestTubeCell(x, y);
@@ -52,6 +53,9 @@ void TolvaBoard::SpellClickPath(int x, int y) {
     } else {
         UseSpell(game_.ActiveSpell, x, y);
     }
+    // The effects let events run: a new game or an ended one takes over, and the rest of
+    // this click (its points, the closing up, the next move) belonged to the old flow.
+    if (FlowDropped(start)) return;
     game_.SpellRunning = false;
     SpellClickPending = false;
     SetScoreEvents();
@@ -104,6 +108,7 @@ void TolvaBoard::ReturnSpellsToIdle() {
 }
 
 void TolvaBoard::UseSpell(std::int16_t SpellNo, int X, int Y) {
+    const std::uint64_t start = levelStarts_;
     listener_.SpellInUse(true);
     // A cell off the board takes no spell; the spell is spent all the same.
     const bool onBoard = X >= 0 && X < xBricks_ && Y >= 0 && Y < xBricks_;
@@ -122,7 +127,8 @@ void TolvaBoard::UseSpell(std::int16_t SpellNo, int X, int Y) {
         }
     }
     listener_.SpellInUse(false);
-    listener_.SpellUsed(SpellNo);
+    // A spell cut short by a new game is not taken from the new game's stock.
+    if (!FlowDropped(start)) listener_.SpellUsed(SpellNo);
 }
 
 void TolvaBoard::SpellBrick(int X, int Y) {
@@ -163,20 +169,21 @@ void TolvaBoard::Gun(int x, int y) {
     SizeToCell(*animation_);
     for (int i = x; i <= xBricks_ - 1; ++i) {
         if (Bricks(i, y) < 0) break;
-        GunShot(i, y);
+        if (!GunShot(i, y)) return;
     }
     for (int i = 1; i <= x; ++i) {
         if (Bricks(x - i, y) < 0) break;
-        GunShot(x - i, y);
+        if (!GunShot(x - i, y)) return;
     }
     animation_->SetVisible(false);
 }
 
-void TolvaBoard::GunShot(int x, int y) {
+bool TolvaBoard::GunShot(int x, int y) {
     ++RemovedBricks;
     const SurfaceRect cell = animation_->Bounds();
-    AnimationEffect(x * cell.Width, y * cell.Height);
+    if (!AnimationEffect(x * cell.Width, y * cell.Height)) return false;
     SpellBrick(x, y);
+    return true;
 }
 
 void TolvaBoard::Bomb(int x, int y) {
@@ -184,12 +191,12 @@ void TolvaBoard::Bomb(int x, int y) {
     SizeToCell(*bom_);
     const double w = bom_->Bounds().Width;
     const double h = bom_->Bounds().Height;
-    BomEffect(x * w, y * h);
+    if (!BomEffect(x * w, y * h)) return;
     bom_->SetVisible(false);
     // The centre is emptied before SpellBrick looks at it, so a spell hidden there is not
     // freed: it goes with the next compaction.
     if (Bricks(x, y) >= 0) {
-        AnimationEffect(x * w, y * h);
+        if (!AnimationEffect(x * w, y * h)) return;
         ++RemovedBricks;
         Bricks(x, y) = CellEmpty;
         SpellBrick(x, y);
@@ -199,7 +206,7 @@ void TolvaBoard::Bomb(int x, int y) {
         const int ny = y + step[1];
         if (nx < 0 || nx >= xBricks_ || ny < 0 || ny >= xBricks_ || Bricks(nx, ny) < 0) continue;
         ++RemovedBricks;
-        AnimationEffect(nx * w, ny * h);
+        if (!AnimationEffect(nx * w, ny * h)) return;
         SpellBrick(nx, ny);
     }
     animation_->SetVisible(false);
@@ -207,13 +214,15 @@ void TolvaBoard::Bomb(int x, int y) {
 
 void TolvaBoard::Umbrella() {
     // New colours for every colour brick; holes, spells lying on the board and Spells stay.
-    if (!game_.PlayAnimations) {
+    if (!settings_.PlayAnimations) {
         RandomizeBricks(true);
         return;
     }
+    const std::uint64_t start = levelStarts_;
     for (int deal = 0; deal < UmbrellaDeals; ++deal) {
         RandomizeBricks(true);
         platform_.Loop.DoEvents();
+        if (FlowDropped(start)) return;
     }
 }
 
@@ -229,7 +238,7 @@ void TolvaBoard::SizeToCell(PictureStrip& strip) {
 }
 
 void TolvaBoard::PlayDataWave(const std::string& name) {
-    if (game_.PlaySounds) platform_.Sound.PlayWave(AppPath() + "data\\" + name);
+    if (settings_.PlaySounds) platform_.Sound.PlayWave(AppPath() + "data\\" + name);
 }
 
 } // namespace tolva

@@ -8,18 +8,15 @@
 
 namespace tolva {
 
-IA::IA(EventLoop& loop, QWidget* parent)
-    : QWidget(parent), PictureS("PictureS"), Timer1(loop.CreateTimer(true)) {
-    Timer1->SetInterval(DefaultInterval);
-    Timer1->OnTick = [this] { Timer1_Timer(); };
+IA::IA(EventLoop& loop, QWidget* parent) : QWidget(parent), PictureS("PictureS"), playback_(loop) {
+    playback_.HasPicture = [this] { return PictureS.HasPicture(); };
+    playback_.StripHeight = [this] { return PictureS.ScaleHeight(); };
+    playback_.PaintFrame = [this](int top) { PaintFrame(top); };
+    playback_.Finish = [this] { emit Finish(); };
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
-IA::~IA() {
-    // A tick must never reach a control that is gone.
-    Timer1->SetEnabled(false);
-    Timer1->OnTick = nullptr;
-}
+IA::~IA() = default;
 
 // ---- properties ------------------------------------------------------------------------
 
@@ -34,12 +31,12 @@ bool IA::LoadPictureStrip(const std::string& storedPath) {
     return true;
 }
 
-std::int16_t IA::Interval() const { return static_cast<std::int16_t>(Timer1->Interval()); }
+std::int16_t IA::Interval() const { return playback_.Interval(); }
 
-void IA::SetInterval(std::int16_t ms) { Timer1->SetInterval(ms); }
+void IA::SetInterval(std::int16_t ms) { playback_.SetInterval(ms); }
 
 void IA::SetMoveHeight(std::int16_t height) {
-    moveHeight_ = height;
+    playback_.SetMoveHeight(height);
     UpdatePicture();   // what a resize of the control does
 }
 
@@ -55,41 +52,11 @@ void IA::SetTransparent(bool transparent) {
 
 // ---- playing -----------------------------------------------------------------------------
 
-void IA::Play(std::int16_t Times) {
-    stripPos_ = 0;
-    passesDone_ = 0;
-    passesWanted_ = Times;
-    UpdatePicture();
-    Timer1->SetEnabled(true);
-}
+void IA::Play(std::int16_t Times) { playback_.Play(Times); }
 
-void IA::StopPlay() {
-    Timer1->SetEnabled(false);
-    emit Finish();
-    UpdatePicture();
-}
+void IA::StopPlay() { playback_.StopPlay(); }
 
-void IA::Timer1_Timer() {
-    PaintFrame(stripPos_);
-    const int next = stripPos_ + moveHeight_;
-    if (next < PictureS.ScaleHeight()) {
-        stripPos_ = static_cast<std::int16_t>(next);
-        return;
-    }
-    stripPos_ = 0;
-    if (passesWanted_ <= -1) return;
-    ++passesDone_;
-    if (passesDone_ < passesWanted_) return;
-    Timer1->SetEnabled(false);
-    UpdatePicture();
-    emit Finish();
-}
-
-void IA::UpdatePicture() {
-    if (!PictureS.HasPicture()) return;
-    if (moveHeight_ < 1) moveHeight_ = 1;
-    PaintFrame(0);
-}
+void IA::UpdatePicture() { playback_.UpdatePicture(); }
 
 void IA::RefreshFrame() { repaint(); }
 
@@ -116,14 +83,17 @@ QImage IA::StripPart(int left, int top, int width, int height) const {
 void IA::PaintFrame(int top) {
     if (!PictureS.HasPicture() || !EnsureSurface()) return;
     const int stripWidth = PictureS.Image().width();
-    const int height = std::max<int>(moveHeight_, 1);
+    const int height = std::max<int>(playback_.MoveHeight(), 1);
     if (!transparent_) {
         const QImage frame = StripPart(0, top, stripWidth, height);
         QPainter painter(&surface_);
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         painter.drawImage(surface_.rect(), frame);
     } else {
+        // A strip too narrow to hold a picture and its mask side by side has no frame to
+        // show: the control stays without a picture.
         const int half = stripWidth / 2;
+        if (half < 1) return;
         CopyBg();
         // Raster operations by hand: the stretch is nearest-pixel, so the mask stays
         // pure black and white and the two halves line up pixel for pixel.

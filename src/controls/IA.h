@@ -4,15 +4,9 @@
 //
 // An animation is one picture, the strip, with its frames one below the other, each
 // MoveHeight rows high. The control shows one frame at a time stretched over its whole
-// surface and steps on at every tick of Timer1:
-//  - Play(n) shows the first frame at once, then every frame at the interval, and after the
-//    last frame of the n-th pass goes back to the first frame and raises Finish. The first
-//    frame is thus on screen for two intervals, and Play(0) ends after one pass as Play(1).
-//    Play() or Play(-1) runs until StopPlay.
-//  - StopPlay raises Finish before it shows the first frame again, the other way round
-//    from the end of a pass, so a Finish handler still sees the frame that was showing.
-//  - Play while playing starts again from the first frame with the new count; the
-//    interrupted play gets no Finish.
+// surface; when and which frame is StripPlayback's (support/platform), the same logic the
+// headless strips of tests and tolva2-cli play by, so both keep the same frames at the
+// same ticks.
 //
 // A transparent strip has two halves side by side: the picture on the left, black where
 // nothing shows, and on the right the mask, white where the container shows through and
@@ -21,9 +15,10 @@
 // container's picture is what the container paints itself, without its children.
 //
 // The control paints into a buffer of its own size; its paint event only copies the
-// buffer to the screen. Timer1 comes from the EventLoop seam, so a test runs an
+// buffer to the screen. Its timer comes from the EventLoop seam, so a test runs an
 // animation on the virtual clock with exactly the ticks it has on screen.
 #include "support/platform/EventLoop.h"
+#include "support/platform/StripPlayback.h"
 #include "support/platform/qt/QtPictureHolder.h"
 
 #include <QImage>
@@ -50,11 +45,11 @@ public:
     // Loads the strip from a stored path; false, with the strip unchanged, if the file is
     // missing or unreadable.
     bool LoadPictureStrip(const std::string& storedPath);
-    // Milliseconds between frames; kept by Timer1 itself.
+    // Milliseconds between frames.
     std::int16_t Interval() const;
     void SetInterval(std::int16_t ms);
     // Height of one frame in the strip's pixels; raised to 1 when a frame is shown.
-    std::int16_t MoveHeight() const { return moveHeight_; }
+    std::int16_t MoveHeight() const { return playback_.MoveHeight(); }
     void SetMoveHeight(std::int16_t height);
     // While still, a repaint of the control shows the first frame again.
     bool AutoRefresh() const { return autoRefresh_; }
@@ -66,7 +61,7 @@ public:
     // ---- operations -------------------------------------------------------------------
     void Play(std::int16_t Times = -1);
     void StopPlay();
-    bool IsPlaying() const { return Timer1->Enabled(); }
+    bool IsPlaying() const { return playback_.IsPlaying(); }
     // Shows the first frame; with no strip, nothing.
     void UpdatePicture();
     // Brings the control up to date on the screen now.
@@ -75,9 +70,9 @@ public:
     void CopyBg();
 
     // ---- state, for the owner and tests -------------------------------------------------
-    std::int16_t StripPos() const { return stripPos_; }
-    std::int16_t PassesDone() const { return passesDone_; }
-    std::int16_t PassesWanted() const { return passesWanted_; }
+    std::int16_t StripPos() const { return playback_.StripPos(); }
+    std::int16_t PassesDone() const { return playback_.PassesDone(); }
+    std::int16_t PassesWanted() const { return playback_.PassesWanted(); }
 
 signals:
     // The asked passes have been played, or StopPlay.
@@ -93,7 +88,6 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
-    void Timer1_Timer();
     void PaintFrame(int top);
     // The surface at the control's size, made afresh (black) when the size changed.
     bool EnsureSurface();
@@ -101,13 +95,9 @@ private:
     QImage StripPart(int left, int top, int width, int height) const;
 
     QtPictureHolder PictureS;
-    std::unique_ptr<Timer> Timer1;
-    std::int16_t moveHeight_ = DefaultMoveHeight;
+    StripPlayback playback_;
     bool autoRefresh_ = true;
     bool transparent_ = false;
-    std::int16_t stripPos_ = 0;
-    std::int16_t passesDone_ = 0;
-    std::int16_t passesWanted_ = -1;
     QImage surface_;
     QSize resizedTo_;
 };

@@ -1,5 +1,6 @@
 #include "levels/LevelSetReader.h"
 
+#include "shared/GameText.h"
 #include "support/ZenkorModule.h"
 
 #include <algorithm>
@@ -82,16 +83,8 @@ std::string AfterEquals(const std::string& line) {
     return eq == std::string::npos ? std::string() : line.substr(eq + 1);
 }
 
-std::string TrimBlanks(const std::string& text) {
-    const auto first = text.find_first_not_of(' ');
-    if (first == std::string::npos) return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 } // namespace
 
-const std::array<std::string, SpellCount> LevelSetReader::SpellNames = {
-    "BOUNCING SAW", "RAINBOW", "GUN", "TEST TUBE", "BOMB", "UMBRELLA"};
 
 LevelSetReader::LevelSetReader(LevelModule& game, LevelSetHooks* hooks) : game(game), hooks(hooks) {}
 
@@ -111,11 +104,11 @@ LevelSetLoad LevelSetReader::InitLevels() {
     LevelChecksum = 0;
     const std::int16_t setKey = SetKeyFor(LevelSetPath);
     if (hooks) {
-        for (int i = 0; i < SpellCount; ++i) hooks->SetSpellName(i, SpellNames[static_cast<std::size_t>(i)]);
+        for (int i = 0; i < SpellCount; ++i) hooks->SetSpellName(i, std::string(SpellNameList[static_cast<std::size_t>(i)]));
         hooks->ShowLoading();
         for (int i = 0; i < SpellCount; ++i) {
             hooks->SetLoadingLabel("Levels_tooltip" + std::to_string(i));
-            hooks->SetSpellToolTip(i, SpellNames[static_cast<std::size_t>(i)]);
+            hooks->SetSpellToolTip(i, std::string(SpellNameList[static_cast<std::size_t>(i)]));
         }
         hooks->LoadHiscores(setKey);
         hooks->ClearLevelMenu();
@@ -245,7 +238,7 @@ void LevelSetReader::ParseRow(int Level, int Row, const std::string& Dta, bool P
 void LevelSetReader::CheckIntegrity(LevelSetLoad& load, const std::string& lastLine) const {
     if (IsChecksumLine(lastLine)) {
         load.ChecksumLineFound = true;
-        load.StoredChecksum = TrimBlanks(DecryptNumber(AfterEquals(lastLine), load.SetKey));
+        load.StoredChecksum = Trim(DecryptNumber(AfterEquals(lastLine), load.SetKey));
     }
     if (!load.DefaultSet) {
         load.Integrity = LevelSetIntegrity::NotChecked;

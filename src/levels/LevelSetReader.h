@@ -19,7 +19,7 @@
 //
 // A load clears the whole table first, so that a set always plays the same whatever
 // set was loaded before it, and a folder without levels.set leaves no level at all.
-#include "board/LevelModule.h"
+#include "shared/LevelModule.h"
 #include "levels/LevelSetHooks.h"
 
 #include <array>
@@ -76,8 +76,6 @@ public:
     static bool IsDefault(const std::string& levelSetPath);
     // DefaultSetKey for a default set, OtherSetKey for any other.
     static std::int16_t SetKeyFor(const std::string& levelSetPath);
-
-    static const std::array<std::string, SpellCount> SpellNames;
 
 private:
     LevelSetLoad Scan(std::istream* file);

@@ -1,6 +1,7 @@
 #include "session/GameSession.h"
 
 #include "board/TolvaBoard.h"
+#include "shared/GameText.h"
 #include "session/LevelCodes.h"
 #include "stats/StatLog.h"
 #include "support/ZenkorModule.h"
@@ -12,13 +13,8 @@
 namespace tolva {
 namespace {
 
-constexpr std::int32_t IdleDelay = 20000;   // ms without points before the mascot comes
 constexpr std::int32_t SpellSoundGap = 1000;
 constexpr std::int32_t Red = 255;           // colours are 0xBBGGRR
-const std::string GameTitle = "TOLVA II";
-
-// The word that switches cheat mode when typed on the main window, case not counting.
-constexpr std::string_view CheatKeyWord = "orangekettles";
 // The classic codes of the keys the main window answers.
 constexpr std::int16_t KeyF1 = 112;
 constexpr std::int16_t KeyF2 = 113;
@@ -34,20 +30,13 @@ bool ValidSpell(std::int16_t n) { return n >= 0 && n < SpellCount; }
 
 } // namespace
 
-GameSession::GameSession(LevelModule& game, const BoardPlatform& platform, SessionView& view,
-                         SessionServices& services)
-    : game_(game), platform_(platform), view_(view), services_(services) {
-    SpellNames = {"BOUNCING SAW", "RAINBOW", "GUN", "TEST TUBE", "BOMB", "UMBRELLA", ""};
+GameSession::GameSession(LevelModule& game, const GameSettings& settings, const BoardPlatform& platform,
+                         SessionView& view, const SessionServices& services)
+    : game_(game), settings_(settings), platform_(platform), view_(view), services_(services) {
+    for (std::size_t i = 0; i < SpellNameList.size(); ++i) SpellNames[i] = SpellNameList[i];
     soundTimer_ = platform_.Loop.CreateTimer(false);
     soundTimer_->SetInterval(SpellSoundGap);
     soundTimer_->OnTick = [this] { soundTimer_->SetEnabled(false); };
-    timer2_ = platform_.Loop.CreateTimer(false);
-    timer2_->SetInterval(IdleDelay);
-    timer2_->OnTick = [this] {
-        timer2_->SetEnabled(false);
-        if (game_.PlayAnimations) services_.PlayKedelig();
-    };
-    timer2_->SetEnabled(true);
 }
 
 GameSession::~GameSession() = default;
@@ -59,7 +48,7 @@ bool GameSession::NewGame(std::int16_t StartAtLevel) {
         const auto answer = platform_.Dialog.MessageBox("Are you sure you want to quit current game ?", "Restart game?",
                                                         MessageIcon::Warning, MessageButtons::OkCancel);
         if (answer != MessageResult::Ok) return false;
-        services_.CheckIfHiScore();
+        services_.Hiscores.CheckIfHiScore(Score, game_.CurLevelNo);
     }
     game_.ActiveSpell = NoSpell;
     SpellStock.fill(0);
@@ -67,7 +56,7 @@ bool GameSession::NewGame(std::int16_t StartAtLevel) {
     Score = 0;
     game_.CurLevelNo = 1;
     UpdateScore(0);
-    services_.PrintHiScore(-1, 0, 0);
+    services_.Hiscores.PrintHiScore(-1, 0, 0);
     view_.SetLabel(SessionLabel::Level, "1");
     view_.SetLabel(SessionLabel::Bonus, "0");
     view_.SetLabel(SessionLabel::LevelCode, "");
@@ -79,20 +68,13 @@ bool GameSession::NewGame(std::int16_t StartAtLevel) {
     return true;
 }
 
+void GameSession::OfferScoreToTable() { services_.Hiscores.CheckIfHiScore(Score, game_.CurLevelNo); }
+
 void GameSession::UpdateScore(double ScoreP) {
     view_.SetLabel(SessionLabel::Score, FormatScore(ScoreP));
 }
 
-std::string GameSession::FormatScore(double Value) {
-    std::string digits = NumberText(Value);
-    if (digits.size() < 9) digits.insert(0, 9 - digits.size(), '0');
-    std::string grouped;
-    for (std::size_t i = 0; i < digits.size(); ++i) {
-        grouped += digits[i];
-        if ((i + 1) % 3 == 0 && i + 1 < digits.size()) grouped += '.';
-    }
-    return grouped;
-}
+std::string GameSession::FormatScore(double Value) { return GroupDigits(NumberText(Value), 9); }
 
 void GameSession::UpdateSpells() {
     SpellPanel panel;
@@ -124,6 +106,50 @@ void GameSession::ActiveSpell_Click() {
     UpdateSpells();
 }
 
+// ---- the Game menu ---------------------------------------------------------------------------
+
+void GameSession::NewGameWithLevelCode_Click() {
+    // The wrong text is offered again for mending, until it is right or the box is left empty.
+    std::string entry;
+    for (;;) {
+        entry = platform_.Dialog.InputBox("LEVEL-CODE:", "ENTER LEVEL-CODE", entry);
+        if (entry.empty()) return;
+        const std::int16_t found = LevelCodes::Find(entry);
+        if (found > 0) {
+            NewGame(found);
+            return;
+        }
+        platform_.Dialog.MessageBox("INVALID LEVEL-CODE!", std::string(GameTitle), MessageIcon::Stop,
+                                    MessageButtons::Ok);
+    }
+}
+
+void GameSession::mnuEndGame_Click() {
+    if (GameRunning) {
+        const auto answer = platform_.Dialog.MessageBox("Are you sure you want to end this game ?",
+                                                        std::string(GameTitle), MessageIcon::Warning,
+                                                        MessageButtons::OkCancel);
+        if (answer != MessageResult::Ok) return;
+    }
+    board_->SetGameOver();
+}
+
+void GameSession::lbLevelCode_Click() {
+    if (!IsDefaultSet) return;
+    const auto answer = platform_.Dialog.MessageBox("Copy level-code to clipboard ?", std::string(GameTitle),
+                                                    MessageIcon::Question, MessageButtons::OkCancel);
+    if (answer != MessageResult::Ok) return;
+    view_.CopyToClipboard(LevelCodes::ClipboardText(game_.CurLevelNo));
+}
+
+GameMenuState GameSession::Game_Click() {
+    GameMenuState state;
+    state.EndGame = GameRunning;
+    state.LevelCode = IsDefaultSet;
+    state.DefaultSetOnly = IsDefaultSet;
+    return state;
+}
+
 // ---- the PC speaker ----------------------------------------------------------------------------
 
 void GameSession::SpeakerEvent(std::int16_t EventSound) {
@@ -138,7 +164,7 @@ void GameSession::SpeakerEvent(std::int16_t EventSound) {
     if (EventSound < 0 || EventSound > 3) return;
     for (const Beep& b : signals[EventSound]) {
         if (b.hz == 0) platform_.Loop.Pause(b.ms);
-        else services_.SpeakerBeep(b.hz, b.ms);
+        else platform_.Sound.SpeakerBeep(b.hz, b.ms);
     }
 }
 
@@ -202,23 +228,21 @@ void GameSession::SetAutoplayChecked(bool checked) {
 
 // ---- the keys of the main window and the test mode -----------------------------------------------
 
-WindowCommand GameSession::Form_KeyDown(std::int16_t KeyCode) {
-    WindowCommand command = WindowCommand::None;
+void GameSession::Form_KeyDown(std::int16_t KeyCode) {
     switch (KeyCode) {
-    case KeyF1: command = WindowCommand::Help; break;
-    case KeyF2: command = WindowCommand::NewGame; break;
-    case KeyF4: command = WindowCommand::Settings; break;
-    case KeyF5: command = WindowCommand::Statistics; break;
-    case KeyF12: command = WindowCommand::EndGame; break;
+    case KeyF1: services_.Windows.Open(GameWindow::Help); break;
+    case KeyF2: NewGameMnu_Click(); break;
+    case KeyF4: services_.Windows.Open(GameWindow::Settings); break;
+    case KeyF5: services_.Windows.Open(GameWindow::Statistics); break;
+    case KeyF12: mnuEndGame_Click(); break;
     case KeyH:
         if (GameRunning) board_->ShowHint();
         break;
     default: break;
     }
-    // Every key counts towards the key word, the function keys too: their codes are
-    // those of lower-case letters, as F4 is the code of "s".
+    // Every key counts towards the key word, the function keys too (their codes are those
+    // of lower-case letters, as F4 is the code of "s"), and so does a key with no code.
     TypeKey(KeyCode);
-    return command;
 }
 
 void GameSession::TypeKey(std::int16_t KeyCode) {
@@ -252,10 +276,10 @@ void GameSession::ChangeCheatMode() {
     if (!KeepScoreInCheat) {
         Score = 0;
         UpdateScore(Score);
-        services_.PrintHiScore(-1, 0, 0);
+        services_.Hiscores.PrintHiScore(-1, 0, 0);
     }
     ScoreFrozen = true;
-    if (game_.PlaySounds) PlayDataWave("1.wav");
+    if (settings_.PlaySounds) PlayDataWave("1.wav");
 }
 
 void GameSession::mnuLevList_Click(std::int16_t Index) {
@@ -269,7 +293,7 @@ void GameSession::mnuLevList_Click(std::int16_t Index) {
 void GameSession::mnuPlaySound_Click() {
     // Any number, played whatever the sound setting says; an answer that is no number, or
     // Cancel, asks for 0.wav. A fraction stays in the name as the number reads.
-    const std::string answer = platform_.Dialog.InputBox("SOUND:", GameTitle, "");
+    const std::string answer = platform_.Dialog.InputBox("SOUND:", std::string(GameTitle), "");
     platform_.Sound.PlayWave(AppPath() + "data\\" + NumberText(Val(answer)) + ".wav", false);
 }
 
@@ -285,11 +309,11 @@ void GameSession::mnuAutoplay_Click() {
 
 bool GameSession::AskNumber(const std::string& prompt, double limit, const std::string& tooBig, double& value) {
     for (;;) {
-        const std::string answer = platform_.Dialog.InputBox(prompt, GameTitle, "");
+        const std::string answer = platform_.Dialog.InputBox(prompt, std::string(GameTitle), "");
         if (answer.empty()) return false;
         value = Val(answer);
         if (value <= limit) return true;
-        platform_.Dialog.MessageBox(tooBig, GameTitle, MessageIcon::Exclamation, MessageButtons::Ok);
+        platform_.Dialog.MessageBox(tooBig, std::string(GameTitle), MessageIcon::Exclamation, MessageButtons::Ok);
     }
 }
 
@@ -331,29 +355,22 @@ void GameSession::GameOver() {
         platform_.Dialog.MessageBox("G A M E   O V E R !", "YOU DID WHAT YOU COULD ?!", MessageIcon::Information,
                                     MessageButtons::Ok);
     SetAutoplayChecked(false);
-    services_.CheckIfHiScore();
+    services_.Hiscores.CheckIfHiScore(Score, game_.CurLevelNo);
     view_.ShowStandardBackground();
-    if (game_.MakeStat && game_.CurLevelNo > 0) {
+    if (settings_.MakeStat && game_.CurLevelNo > 0) {
         LevelTally tally{LevelClicks, SpellClicks};
-        StatLog(AppPath() + "stat.ini").WriteStat(game_.CurLevelNo, true, IsDefaultSet, tally);
+        services_.Stats.WriteStat(game_.CurLevelNo, true, IsDefaultSet, tally);
         LevelClicks = tally.LevelClicks;
         SpellClicks = tally.SpellClicks;
     }
 }
 
-void GameSession::RestartIdleTimer(std::int32_t ms) {
-    timer2_->SetEnabled(false);
-    timer2_->SetInterval(1);
-    timer2_->SetInterval(ms);
-    timer2_->SetEnabled(true);
-}
-
 void GameSession::NewScore(double point) {
-    RestartIdleTimer(IdleDelay);
+    services_.Idle.RestartIdle();
     if (!ScoreFrozen || KeepScoreInCheat) Score += point;
     UpdateScore(Score);
-    const std::int16_t place = services_.CheckHiscorePlace();
-    if (place > 0) services_.PrintHiScore(place, Red, 0);
+    const std::int16_t place = services_.Hiscores.CheckHiscorePlace(Score);
+    if (place > 0) services_.Hiscores.PrintHiScore(place, Red, 0);
 }
 
 void GameSession::PlayDataWave(const std::string& name) {
@@ -364,7 +381,7 @@ void GameSession::NewSpell(std::int16_t spellNumber) {
     if (!ValidSpell(spellNumber)) return;
     SpellStock[static_cast<std::size_t>(spellNumber)] += 1;
     UpdateSpells();
-    if (!soundTimer_->Enabled() && game_.PlaySounds) PlayDataWave("9.wav");
+    if (!soundTimer_->Enabled() && settings_.PlaySounds) PlayDataWave("9.wav");
     soundTimer_->SetEnabled(true);
     platform_.Loop.DoEvents();
 }
@@ -376,7 +393,7 @@ void GameSession::ShowClicks() {
 }
 
 void GameSession::ReadClickTarget(std::int16_t levelNo) {
-    ClickTarget = IsDefaultSet ? StatLog(AppPath() + "stat.ini").ClickTarget(levelNo) : -1;
+    ClickTarget = IsDefaultSet ? services_.Stats.ClickTarget(levelNo) : -1;
     view_.SetLabel(SessionLabel::Clicks, ClickTarget >= 0 ? "CLICKS: 0 / " + NumberText(ClickTarget) : "CLICKS: 0");
 }
 
@@ -390,12 +407,12 @@ void GameSession::NewLevel(std::int16_t levelNo) {
     // The level just left is logged now that the next one begins.
     if (levelNo < 2 && LastLevel != 100) {
         LevelClicks = 0;
-    } else if (!game_.MakeStat) {
+    } else if (!settings_.MakeStat) {
         LevelClicks = 0;
     } else {
         LevelTally tally{LevelClicks, SpellClicks};
         const std::int16_t logged = LastLevel == 100 ? std::int16_t{100} : static_cast<std::int16_t>(levelNo - 1);
-        StatLog(AppPath() + "stat.ini").WriteStat(logged, false, IsDefaultSet, tally);
+        services_.Stats.WriteStat(logged, false, IsDefaultSet, tally);
         LevelClicks = tally.LevelClicks;
         SpellClicks = tally.SpellClicks;
     }
@@ -418,8 +435,8 @@ void GameSession::BonusScore(double bonus, std::int16_t xTimes) {
     if (bonus == 0) return;
     if (xTimes > 0) {
         const std::int16_t sound = xTimes == 9 ? 10 : static_cast<std::int16_t>(11 + CInt(platform_.Rng.Next() * 2));
-        if (game_.ShowBonusCounter) {
-            if (game_.PlaySounds) PlayDataWave(NumberText(sound) + ".wav");
+        if (settings_.ShowBonusCounter) {
+            if (settings_.PlaySounds) PlayDataWave(NumberText(sound) + ".wav");
             board_->ShowBonusMovie(bonus, xTimes);
         } else {
             NewScore(xTimes * bonus);
@@ -445,7 +462,7 @@ void GameSession::CanDoNextMove() {
 
 void GameSession::ResourceLoaded(const std::string& resource) { view_.ShowLoadingText(resource); }
 
-void GameSession::SpellInUse(bool inUse) { NoSpellBusy = !inUse; }
+void GameSession::SpellInUse(bool inUse) { game_.NoSpellBusy = !inUse; }
 
 void GameSession::RemoveClick(std::int16_t) {
     LevelClicks += 1;

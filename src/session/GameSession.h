@@ -5,16 +5,18 @@
 // the board's 14 events and by its own NewGame.
 //
 // It is plain C++ so that a whole game can be played in a test or in tolva2-cli without
-// a window: what it shows goes through SessionView (labels and the spell panel), what it
-// asks of the hiscore table, the statistics log, the mascot and the PC speaker goes
-// through SessionServices, and message boxes, sounds, timers and random numbers through
-// the board's platform seam. The main window is a thin layer of widgets over it.
+// a window: what it shows goes through SessionView (labels, the spell panel, the Loading
+// window), what it asks of the hiscore table, the statistics log, the idle mascot and the
+// other windows goes through SessionServices, and message boxes, sounds, timers and random
+// numbers through the board's platform seam. The player's settings are read from the one
+// GameSettings object of the run. The main window is a thin layer of widgets over it.
 //
-// The hidden test mode lives here too: the key word typed on the main window, cheat
-// mode and what it freezes, and the test menu (jump to a level, play a sound, give a
-// bonus, the PC speaker signals, autoplay). The window only turns its keys and menu
-// clicks into these calls; a function key answers with the window it asks for, since
-// opening windows is the window's business.
+// The commands of the Game menu live here too (new game, level code, end game, the copy
+// of the level code), and so does the hidden test mode: the key word typed on the main
+// window, cheat mode and what it freezes, and the test menu (jump to a level, play a
+// sound, give a bonus, the PC speaker signals, autoplay). The window only turns its keys
+// and menu clicks into these calls; a function key opens its window through the
+// session's WindowOpener.
 //
 // Autoplay makes one move per AutoPlay and has no loop of its own: each move ends in the
 // board's CanDoNextMove, whose handler asks for the next one. When the board closes up at
@@ -24,7 +26,8 @@
 // The order of the moves and the random numbers they draw are the same either way, and
 // pending events run between any two moves.
 #include "board/BoardListener.h"
-#include "board/LevelModule.h"
+#include "settings/GameSettings.h"
+#include "shared/LevelModule.h"
 #include "session/SessionServices.h"
 #include "session/SessionView.h"
 #include "support/platform/BoardPlatform.h"
@@ -38,12 +41,18 @@ namespace tolva {
 
 class TolvaBoard;
 
-// What a function key of the main window asks the window to open or do.
-enum class WindowCommand { None, Help, NewGame, Settings, Statistics, EndGame };
+// Which entries of the Game menu (and the hiscore entries of the Options menu, which
+// follow the Game menu's last opening) answer.
+struct GameMenuState {
+    bool EndGame = false;
+    bool LevelCode = true;
+    bool DefaultSetOnly = true;   // "Submit to Internet Hiscores", "Export hiscore file..."
+};
 
 class GameSession final : public BoardListener {
 public:
-    GameSession(LevelModule& game, const BoardPlatform& platform, SessionView& view, SessionServices& services);
+    GameSession(LevelModule& game, const GameSettings& settings, const BoardPlatform& platform, SessionView& view,
+                const SessionServices& services);
     ~GameSession() override;
     GameSession(const GameSession&) = delete;
     GameSession& operator=(const GameSession&) = delete;
@@ -60,6 +69,19 @@ public:
     // 1234 -> "000.001.234": at least nine digits, a point after every third.
     static std::string FormatScore(double Value);
     void UpdateSpells();
+    // The score of a game broken off (a quit, a change of set) offered to the table.
+    void OfferScoreToTable();
+
+    // ---- the Game menu ----------------------------------------------------------------
+    void NewGameMnu_Click() { NewGame(1); }
+    // Asks for a level code until it is right or cancelled, and starts a game there.
+    void NewGameWithLevelCode_Click();
+    // Ends the running game after asking, or ends a board that is not over yet.
+    void mnuEndGame_Click();
+    // The level code label was clicked: offers to copy the code to the clipboard.
+    void lbLevelCode_Click();
+    // Called before the Game menu opens: what it (and the hiscore entries) allows now.
+    GameMenuState Game_Click();
 
     // ---- the spell bar ------------------------------------------------------------------
     void sp_Click(std::int16_t Index);
@@ -70,9 +92,10 @@ public:
 
     // ---- the keys of the main window and the test mode ------------------------------------
     // A key went down on the main window; KeyCode is the classic 16-bit code (F1 112, F2 113,
-    // F4 115, F5 116, F12 123, a letter its capital ASCII code). H shows a hint and every
-    // key goes towards the key word; a function key gives the command the window carries out.
-    WindowCommand Form_KeyDown(std::int16_t KeyCode);
+    // F4 115, F5 116, F12 123, a letter its capital ASCII code), or -1 for a key that has
+    // none. A function key and H act first; then every key, -1 included, goes towards the
+    // key word, so that a key with no code breaks a word half typed.
+    void Form_KeyDown(std::int16_t KeyCode);
     // Switches cheat mode; on: the score of the game is frozen (and cleared, unless kept).
     void ChangeCheatMode();
     // The entries of the test menu.
@@ -116,7 +139,6 @@ public:
     std::int16_t LastLevel = 0;
     bool AutoClearing = false;
     bool SilentGameOver = false;
-    bool NoSpellBusy = true;
     // The check items of the test menu: "Autoplay (TESTMODE)" and
     // "PC-SPEAKER ENABLED ON EVENTS".
     bool AutoplayChecked = false;
@@ -127,13 +149,13 @@ public:
     std::string TypedKeys;
 
     Timer& SoundTimer() { return *soundTimer_; }
-    Timer& Timer2() { return *timer2_; }
+    const GameSettings& Settings() const { return settings_; }
+    bool CheatMode() const { return game_.CheatMode; }
 
 private:
     void PlayDataWave(const std::string& name);
     void ShowClicks();
     void ReadClickTarget(std::int16_t levelNo);
-    void RestartIdleTimer(std::int32_t ms);
     void WaitLettingEventsRun(std::int32_t ms);
     void TypeKey(std::int16_t KeyCode);
     void SetAutoplayChecked(bool checked);
@@ -142,12 +164,12 @@ private:
     void MakeAutoMove();
 
     LevelModule& game_;
+    const GameSettings& settings_;
     BoardPlatform platform_;
     SessionView& view_;
-    SessionServices& services_;
+    SessionServices services_;
     TolvaBoard* board_ = nullptr;
     std::unique_ptr<Timer> soundTimer_;
-    std::unique_ptr<Timer> timer2_;
     // AutoPlay calls on the stack, and a next move asked for by CanDoNextMove meanwhile.
     int autoPlayDepth_ = 0;
     bool nextMoveDue_ = false;

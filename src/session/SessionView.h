@@ -1,8 +1,9 @@
 #pragma once
 // What the game session shows, as the session sees it: texts for the labels around the
-// board, the spell panel, the progress line of the Loading window, and the standard
-// background of the board between games. The main window implements it with widgets;
-// tests implement it by writing the texts down.
+// board, the spell panel, the Loading window and its progress line, the window's title and
+// its menus' entries, and the standard background of the board between games. The main
+// window implements it with widgets; tests and tolva2-cli implement it by writing the
+// texts down.
 #include <array>
 #include <cstdint>
 #include <string>
@@ -31,8 +32,21 @@ public:
     virtual ~SessionView() = default;
     virtual void SetLabel(SessionLabel label, const std::string& text) = 0;
     virtual void ShowSpellPanel(const SpellPanel& panel) = 0;
-    // The progress text of the Loading window while pictures and levels load.
+    // The Loading window: shown (not modal), its progress text (which lets pending events
+    // run so that it shows at once), its always-on-top state, and gone.
+    virtual void ShowLoading() = 0;
     virtual void ShowLoadingText(const std::string& text) = 0;
+    virtual void SetLoadingTopMost(bool onTop) = 0;
+    virtual void CloseLoading() = 0;
+    // The main window's title.
+    virtual void SetTitle(const std::string& title) = 0;
+    // The test menu's "Jump to level" list: entry `index` (0..99) shows `caption`, or is
+    // hidden with an empty caption.
+    virtual void SetLevelMenuEntry(int index, const std::string& caption) = 0;
+    // The tool tip of a spell button.
+    virtual void SetSpellToolTip(int spellNo, const std::string& name) = 0;
+    // Clears the clipboard and puts a text on it.
+    virtual void CopyToClipboard(const std::string& text) = 0;
     // Gives the board the standard background picture, as at a game over.
     virtual void ShowStandardBackground() = 0;
     // Shows or hides "CHEAT MODE ON", and the check mark of the autoplay entry.

@@ -103,36 +103,6 @@ bool GameSettings::Write(const std::string& iniFile) const {
     return ok;
 }
 
-void GameSettings::ApplyTo(LevelModule& game) const {
-    game.HiscoreUrl = HiscoreUrl;
-    game.PlaySounds = PlaySounds;
-    game.ShowBonusCounter = ShowBonusCounter;
-    game.UseExternalMusicFile = UseExternalMusicFile;
-    game.ExtMusicFile = ExtMusicFile;
-    game.ExtMusicPath = ExtMusicPath;
-    game.MakeStat = MakeStat;
-    game.SupplyStatFile = SupplyStatFile;
-    game.DrawUsingBackBuffer = DrawUsingBackBuffer;
-    game.PlayAnimations = PlayAnimations;
-    game.PlayMusic = PlayMusic;
-    game.HuntDelaySetting = HuntDelay;
-}
-
-void GameSettings::TakeFrom(const LevelModule& game) {
-    HiscoreUrl = game.HiscoreUrl;
-    PlaySounds = game.PlaySounds;
-    ShowBonusCounter = game.ShowBonusCounter;
-    UseExternalMusicFile = game.UseExternalMusicFile;
-    ExtMusicFile = game.ExtMusicFile;
-    ExtMusicPath = game.ExtMusicPath;
-    MakeStat = game.MakeStat;
-    SupplyStatFile = game.SupplyStatFile;
-    DrawUsingBackBuffer = game.DrawUsingBackBuffer;
-    PlayAnimations = game.PlayAnimations;
-    PlayMusic = game.PlayMusic;
-    HuntDelay = game.HuntDelaySetting;
-}
-
 bool GameSettings::IsFirstUse(const std::string& iniFile) {
     std::string value = ReadIni(iniFile, Section, "notfirstuse");
     std::transform(value.begin(), value.end(), value.begin(),

@@ -1,13 +1,13 @@
 #pragma once
 // The settings of tolva2.ini, section [main]: read once at start-up, written once at
-// shutdown. While the game runs they live in LevelModule and in properties of the board;
-// GameSettings is only the bridge between those and the file.
+// shutdown. One object of this type is the single owner of the player's settings for the
+// whole run: every part of the game reads from it, and the settings window writes to it.
+// The few values the board keeps as properties of its own (UpdateDelay, AniDraw, the hunt
+// delay) are handed to it by TolvaBoard::ApplySettings and taken back by TakeSettings.
 //
 // Every key is one row of one table (GameSettings.cpp) with its default and its form, so
 // that reading, writing and the defaults can never drift apart. The file is written key
 // by key in place, so keys the game does not know (and `notfirstuse`) stay as they are.
-#include "board/LevelModule.h"
-
 #include <cstdint>
 #include <string>
 
@@ -40,10 +40,6 @@ struct GameSettings {
     // Writes every key in the order the game has always written them, after making the
     // file writable. Gives false if the file could not be written.
     bool Write(const std::string& iniFile) const;
-
-    // Copies the values that live in LevelModule there, and back.
-    void ApplyTo(LevelModule& game) const;
-    void TakeFrom(const LevelModule& game);
 
     // `notfirstuse`: the about window is shown until the file says "yes" (any case).
     static bool IsFirstUse(const std::string& iniFile);

@@ -56,6 +56,12 @@ std::int32_t CLng(double value);
 std::string NumberText(double value);
 double Floor(double value);
 double Ceil(double value);
+// A text of digits padded on the left with "0" to at least `minimum` characters, with a
+// "." behind every third character counted from the left, never behind the last one:
+// the score's "000.001.234" (minimum 9) and the bonus screen's "123.45" (minimum 5).
+std::string GroupDigits(const std::string& digits, std::size_t minimum);
+// The text without the blanks at either end.
+std::string Trim(const std::string& text);
 
 // ---- files and folders -------------------------------------------------------------
 // The game folder with a closing backslash, as a stored path. The default is the

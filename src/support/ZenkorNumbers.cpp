@@ -131,4 +131,21 @@ double Floor(double value) { return std::floor(value); }
 
 double Ceil(double value) { return std::ceil(value); }
 
+std::string GroupDigits(const std::string& digits, std::size_t minimum) {
+    std::string padded = digits;
+    if (padded.size() < minimum) padded.insert(0, minimum - padded.size(), '0');
+    std::string grouped;
+    for (std::size_t i = 0; i < padded.size(); ++i) {
+        grouped += padded[i];
+        if ((i + 1) % 3 == 0 && i + 1 < padded.size()) grouped += '.';
+    }
+    return grouped;
+}
+
+std::string Trim(const std::string& text) {
+    const auto first = text.find_first_not_of(' ');
+    if (first == std::string::npos) return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
 } // namespace tolva

@@ -8,9 +8,9 @@
 // Spell text, the same shape: '.' no hidden spell, '0'..'5' the spell hidden there.
 // The side of the board is the number of rows.
 #include "board/BoardListener.h"
-#include "board/LevelModule.h"
+#include "shared/LevelModule.h"
 #include "board/TolvaBoard.h"
-#include "support/platform/HeadlessPlatform.h"
+#include "testsupport/HeadlessPlatform.h"
 
 #include <gtest/gtest.h>
 
@@ -124,9 +124,10 @@ class BoardFixture {
 public:
     explicit BoardFixture(Random* rng = nullptr)
         : Game(std::make_unique<LevelModule>()),
-          Board(*Game, MakePlatform(rng), Events) {}
+          Board(*Game, Settings, MakePlatform(rng), Events) {}
 
     HeadlessPlatform Host;
+    GameSettings Settings;
     std::unique_ptr<LevelModule> Game;
     RecordingListener Events;
     TolvaBoard Board;

@@ -39,7 +39,7 @@ std::string Shown(TolvaBoard& board, const PicturePanel& line) {
     return text;
 }
 
-std::vector<std::string> SoundFiles(const RecordingSoundPlayer& sound) {
+std::vector<std::string> SoundFiles(const RecordingSoundEffects& sound) {
     std::vector<std::string> out;
     for (const auto& call : sound.Calls()) out.push_back(call.File.substr(AppPath().size()));
     return out;
@@ -130,7 +130,7 @@ TEST(BonusSequence, NoStepsMeansNoPointsAndACountedBonusCanBeSwitchedOff) {
 
     // With the counter off the session pays the whole bonus at once: no screen, no wait.
     SpellSessionFixture s;
-    s.Game->ShowBonusCounter = 0;
+    s.Settings.ShowBonusCounter = 0;
     s.SetLevel(2, {"55", "66"});
     s.StartGame({"..", "11"});
     s.Board.AniDraw = false;
@@ -174,7 +174,7 @@ TEST(BonusSequence, EffectsPlayTheirStripOnceAndHoldTheBoardUntilTheFinish) {
     EXPECT_EQ(SoundFiles(f.Host.Sound), (Rows{"data\\6.wav", "data\\7.wav"}));
 
     // Without animations the strip is only put in place: no sound, no wait.
-    f.Game->PlayAnimations = false;
+    f.Settings.PlayAnimations = false;
     f.Board.AnimationEffect(0, 0);
     EXPECT_EQ(f.Host.Loop.NowMs(), 420);
     EXPECT_EQ(f.Host.Sound.Calls().size(), 2u);

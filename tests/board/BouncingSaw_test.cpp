@@ -190,7 +190,7 @@ TEST(BouncingSaw, EmptyingTheBoardEndsTheLevelBeforeTheSawIsScored) {
 TEST(BouncingSaw, WithoutAnimationsItRunsTheSameStepsAsAStillPicture) {
     SawFixture s;
     s.F.Start({"....", ".1..", "....", "...2"}, {"....", ".3..", "....", "...."});
-    s.F.Game->PlayAnimations = false;
+    s.F.Settings.PlayAnimations = false;
     s.Fire(1, 1);
     ASSERT_EQ(s.Watch.Draws.size(), 22u);
     for (const auto& d : s.Watch.Draws) EXPECT_FALSE(d.Playing);

@@ -62,10 +62,10 @@ TEST(Click, RefusalsComeInTheirOrderAndAreSilent) {
     f.Game->ActiveSpell = tolva::SpellTestTube;
     b.UserControl_MouseUp(1, 0, Mid(2), Mid(0));
     b.UserControl_MouseUp(2, 0, Mid(1), Mid(1));
-    f.Game->PlaySounds = 0;
+    f.Settings.PlaySounds = 0;
     b.UserControl_MouseUp(1, 0, Mid(2), Mid(0));
-    const auto refusal = tolva::RecordingSoundPlayer::Call{tolva::AppPath() + "data\\8.wav", false};
-    EXPECT_EQ(f.Host.Sound.Calls(), (std::vector<tolva::RecordingSoundPlayer::Call>{refusal, refusal}));
+    const auto refusal = tolva::RecordingSoundEffects::Call{tolva::AppPath() + "data\\8.wav", false};
+    EXPECT_EQ(f.Host.Sound.Calls(), (std::vector<tolva::RecordingSoundEffects::Call>{refusal, refusal}));
     EXPECT_EQ(f.Rows(), Board4);
     EXPECT_EQ(f.Game->ActiveSpell, tolva::SpellTestTube);
     EXPECT_TRUE(f.Events.Take().empty());

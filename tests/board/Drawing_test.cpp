@@ -51,10 +51,10 @@ TEST(Drawing, WholePassSkipsUnchangedCellsOnlyWhenFastAndAllowed) {
 
     f.Board.DrawBoard(-1, -1, true);
     EXPECT_TRUE(f.PaintedCells().empty());
-    f.Game->DrawUsingBackBuffer = false;   // the player's setting off: every cell, every pass
+    f.Settings.DrawUsingBackBuffer = false;   // the player's setting off: every cell, every pass
     f.Board.DrawBoard(-1, -1, true);
     EXPECT_EQ(f.PaintedCells().size(), 9u);
-    f.Game->DrawUsingBackBuffer = true;
+    f.Settings.DrawUsingBackBuffer = true;
     f.Host.Surface.ClearRecords();
 
     // The single-cell form paints one cell and leaves DrawnBricks alone, so the next

@@ -100,7 +100,7 @@ TEST(Finders, ShowHintPlaysOnceOverTheCellAndHidesAtTheFinish) {
     EXPECT_TRUE(f.Events.Take().empty());
 
     // With sounds off the strip still plays.
-    f.Game->PlaySounds = 0;
+    f.Settings.PlaySounds = 0;
     f.Board.ShowHint();
     EXPECT_EQ(f.Host.Sound.Calls().size(), 1u);
     EXPECT_TRUE(f.Board.AniHint().IsPlaying());

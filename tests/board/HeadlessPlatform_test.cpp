@@ -7,7 +7,7 @@
 #include "support/platform/HeadlessEventLoop.h"
 #include "support/platform/HeadlessPicture.h"
 #include "support/platform/HeadlessPictureStrip.h"
-#include "support/platform/ScriptedDialogs.h"
+#include "testsupport/ScriptedDialogs.h"
 #include "support/platform/SeededRandom.h"
 
 #include <gtest/gtest.h>

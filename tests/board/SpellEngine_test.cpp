@@ -16,7 +16,7 @@ namespace {
 
 using Rows = std::vector<std::string>;
 
-std::vector<std::string> SoundFiles(const RecordingSoundPlayer& sound) {
+std::vector<std::string> SoundFiles(const RecordingSoundEffects& sound) {
     std::vector<std::string> out;
     for (const auto& call : sound.Calls()) out.push_back(call.File.substr(AppPath().size()));
     return out;
@@ -76,7 +76,7 @@ TEST(SpellEngine, ASpellIsCollectedArmedSpentAndTheStockCarriesOver) {
     EXPECT_EQ(f.Session.LevelClicks, 1);
     EXPECT_EQ(f.Session.Score, 8);
     EXPECT_EQ(f.Game->BonusTimes, 1);
-    EXPECT_TRUE(f.Session.NoSpellBusy);
+    EXPECT_TRUE(f.Game->NoSpellBusy);
 
     // In cheat mode a spell arms with no stock; spent, the stock goes below 0 and shows
     // 0. The bomb clears the level with the step earned by the plain click, and the stock
@@ -111,7 +111,7 @@ TEST(SpellEngine, ButtonsAndBoardClicksAreTurnedAwayWhileASpellRuns) {
         meddler->SetEnabled(false);
         tried = true;
         readyDuringEffect = f.Board.BoardReady;
-        EXPECT_FALSE(f.Session.NoSpellBusy);
+        EXPECT_FALSE(f.Game->NoSpellBusy);
         f.Session.sp_Click(SpellUmbrella);
         f.Session.ActiveSpell_Click();
         f.Click(2, 2);
@@ -284,7 +284,7 @@ TEST(SpellEngine, TheUmbrellaDealsElevenTimesAndKeepsHolesSpellsAndHiddenSpells)
                                      "CanDoNextMove"}));
 
     // With animations off, one deal.
-    f.Game->PlayAnimations = false;
+    f.Settings.PlayAnimations = false;
     f.Start(board, spells);
     rng.Drawn = 0;
     f.Game->ActiveSpell = SpellUmbrella;

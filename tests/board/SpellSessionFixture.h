@@ -28,26 +28,30 @@ public:
         Panel = panel;
         ++Panels;
     }
+    void ShowLoading() override {}
     void ShowLoadingText(const std::string&) override {}
+    void SetLoadingTopMost(bool) override {}
+    void CloseLoading() override {}
+    void SetTitle(const std::string&) override {}
+    void SetLevelMenuEntry(int, const std::string&) override {}
+    void SetSpellToolTip(int, const std::string&) override {}
+    void CopyToClipboard(const std::string&) override {}
     void ShowStandardBackground() override {}
     void ShowCheatMode(bool) override {}
     void ShowAutoplayChecked(bool) override {}
 };
 
-class SpellSessionServices final : public SessionServices {
+class SpellSessionServices final : public HiscoreService, public IdleAnimation {
 public:
     std::vector<std::string> Calls;
 
-    void CheckIfHiScore() override { Calls.push_back("CheckIfHiScore"); }
+    void CheckIfHiScore(double, std::int16_t) override { Calls.push_back("CheckIfHiScore"); }
     void PrintHiScore(std::int16_t place, std::int32_t, std::int32_t) override {
         Calls.push_back("PrintHiScore(" + std::to_string(place) + ")");
     }
     // No table stands behind these tests: a score never has a place in it.
-    std::int16_t CheckHiscorePlace() override { return -1; }
-    void PlayKedelig() override { Calls.push_back("PlayKedelig"); }
-    void SpeakerBeep(std::int32_t hz, std::int32_t ms) override {
-        Calls.push_back("Beep(" + std::to_string(hz) + "," + std::to_string(ms) + ")");
-    }
+    std::int16_t CheckHiscorePlace(double) const override { return -1; }
+    void RestartIdle() override {}
 };
 
 // Writes each event down, then hands it to the session.
@@ -79,19 +83,23 @@ class SpellSessionFixture {
 public:
     explicit SpellSessionFixture(Random* rng = nullptr)
         : Game(std::make_unique<LevelModule>()),
-          Session(*Game, MakePlatform(rng), View, Services),
+          Stats(Folder / "stat.ini"),
+          Session(*Game, Settings, MakePlatform(rng), View, SessionServices{Services, Stats, Services, Windows}),
           Forward(Events, Session),
-          Board(*Game, MakePlatform(rng), Forward) {
+          Board(*Game, Settings, MakePlatform(rng), Forward) {
         SetAppPath(Folder.Path());
         Session.AttachBoard(Board);
     }
 
     TempFolder Folder;
     HeadlessPlatform Host;
+    GameSettings Settings;
     std::unique_ptr<LevelModule> Game;
     RecordingListener Events;
     SpellSessionView View;
     SpellSessionServices Services;
+    WindowOpener Windows;
+    StatLog Stats;
     GameSession Session;
     RecordAndForward Forward;
     TolvaBoard Board;

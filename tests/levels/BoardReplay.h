@@ -4,7 +4,7 @@
 // raised BonusScore with no cell left, right at the last click and not before.
 #include "board/BoardListener.h"
 #include "board/TolvaBoard.h"
-#include "support/platform/HeadlessPlatform.h"
+#include "testsupport/HeadlessPlatform.h"
 
 #include <sstream>
 #include <string>
@@ -72,7 +72,8 @@ struct ReplayOutcome {
 inline ReplayOutcome ReplayOnBoard(LevelModule& game, int level, const Clicks& clicks) {
     HeadlessPlatform platform;
     ReplayListener listener;
-    TolvaBoard board(game, platform.Platform(), listener);
+    const GameSettings settings;
+    TolvaBoard board(game, settings, platform.Platform(), listener);
     listener.board = &board;
     board.AniDraw = false;
     std::int16_t number = static_cast<std::int16_t>(level);

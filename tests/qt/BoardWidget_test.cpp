@@ -5,8 +5,8 @@
 #include "board/BoardFixture.h"
 #include "board/qt/BoardWidget.h"
 #include "support/TempFolder.h"
-#include "support/platform/qt/QtPictureStore.h"
-#include "support/platform/qt/QtPictureStrip.h"
+#include "board/qt/QtPictureStore.h"
+#include "board/qt/QtPictureStrip.h"
 
 #include <QTest>
 #include <gtest/gtest.h>
@@ -30,15 +30,16 @@ struct ScreenBoard {
     HeadlessEventLoop Loop;
     BoardWidget Widget;
     QtPictureStore Pictures{Loop, &Widget};
-    RecordingSoundPlayer Sound;
+    RecordingSoundEffects Sound;
     ScriptedDialogs Dialog;
     SeededRandom Rng{1};
+    GameSettings Settings;
     std::unique_ptr<LevelModule> Game = std::make_unique<LevelModule>();
     tolva::testing::RecordingListener Events;
     std::unique_ptr<TolvaBoard> Board;
 
     explicit ScreenBoard(int side = 200) {
-        Board = std::make_unique<TolvaBoard>(*Game, BoardPlatform{Loop, Widget, Pictures, Sound, Dialog, Rng}, Events);
+        Board = std::make_unique<TolvaBoard>(*Game, Settings, BoardPlatform{Loop, Widget, Pictures, Sound, Dialog, Rng}, Events);
         Widget.AttachBoard(Board.get());
         for (int i = 0; i < 10; ++i) FillHolder(dynamic_cast<QtPictureHolder&>(Board->Gfx(i)), 25, 25, 0xFF000000 | Brick(i));
         for (int i = 0; i < SpellCount; ++i) FillHolder(dynamic_cast<QtPictureHolder&>(Board->ss(i)), 25, 25, 0xFF000000 | Spell(i));

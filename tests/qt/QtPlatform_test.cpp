@@ -6,8 +6,8 @@
 #include "support/platform/HeadlessEventLoop.h"
 #include "support/platform/HeadlessPicture.h"
 #include "support/platform/qt/QtDialogs.h"
-#include "support/platform/qt/QtPictureStore.h"
-#include "support/platform/qt/QtPictureStrip.h"
+#include "board/qt/QtPictureStore.h"
+#include "board/qt/QtPictureStrip.h"
 
 #include <QApplication>
 #include <QInputDialog>

@@ -1,11 +1,11 @@
 // The game needs a screen at least 600 pixels high. This program runs on an offscreen
 // screen of 1280 x 599 (tests/qt/small-screen.json, given by the test's environment).
-#include "board/LevelModule.h"
-#include "session/qt/frmMain.h"
+#include "shared/LevelModule.h"
+#include "app/GameApp.h"
 #include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
 #include "support/platform/HeadlessEventLoop.h"
-#include "support/platform/ScriptedDialogs.h"
+#include "testsupport/ScriptedDialogs.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -26,11 +26,10 @@ TEST(SmallScreen, StartUpStopsBeforeLoadingAnythingOnAScreenBelow600Pixels) {
     dir.Write("levels/default/levels.set", "");
     SetAppPath(dir.Path());
 
-    auto game = std::make_unique<LevelModule>();
     HeadlessEventLoop loop;
     ScriptedDialogs dialogs;
-    frmMain window(*game, loop, "", &dialogs);
-    EXPECT_FALSE(window.Form_Load());
+    GameApp app(loop, "", &dialogs);
+    EXPECT_FALSE(app.Start(1));
     ASSERT_EQ(dialogs.ShownBoxes().size(), 1u);
     EXPECT_EQ(dialogs.ShownBoxes()[0].Text,
               "TOLVA II REQUIRES A SCREEN RESOLUTION OF 800*600 AND 16BIT COLORS MINIMUM !");

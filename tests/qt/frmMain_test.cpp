@@ -1,14 +1,16 @@
 // The main window as a player meets it: the start-up and its stop messages, and a game
 // played with the mouse on the board until a level is cleared and until it ends. The
 // window runs on the virtual clock, so the bonus count between levels takes no time.
-#include "board/LevelModule.h"
+#include "shared/LevelModule.h"
 #include "board/TolvaBoard.h"
 #include "board/qt/BoardWidget.h"
 #include "session/GameSession.h"
+#include "app/GameApp.h"
+#include "session/GameLevelSets.h"
 #include "session/qt/frmMain.h"
 #include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
-#include "support/platform/ScriptedDialogs.h"
+#include "testsupport/ScriptedDialogs.h"
 #include "support/platform/HeadlessEventLoop.h"
 
 #include <QLabel>
@@ -52,18 +54,18 @@ public:
     TempFolder Dir;
 };
 
-// The window on a game folder, with scripted dialogs and the virtual clock.
+// The game built by its composition root on a game folder, with scripted dialogs and the
+// virtual clock.
 struct TestWindow {
     template <typename... FolderArgs>
-    explicit TestWindow(FolderArgs... folderArgs) : folder(folderArgs...), window(*game, loop, "", &dialogs) {}
-    std::tuple<GameFolder&, std::unique_ptr<LevelModule>&, ScriptedDialogs&, frmMain&> Parts() {
-        return {folder, game, dialogs, window};
+    explicit TestWindow(FolderArgs... folderArgs) : folder(folderArgs...), app(loop, "", &dialogs) {}
+    std::tuple<GameFolder&, LevelModule*, ScriptedDialogs&, GameApp&> Parts() {
+        return {folder, &app.Game(), dialogs, app};
     }
     GameFolder folder;
-    std::unique_ptr<LevelModule> game = std::make_unique<LevelModule>();
     HeadlessEventLoop loop;
     ScriptedDialogs dialogs;
-    frmMain window;
+    GameApp app;
 };
 
 // The cells of the stored solution of a default level, in click order.
@@ -85,11 +87,11 @@ std::vector<std::pair<int, int>> StoredSolution(int level) {
     return {};
 }
 
-void ClickCell(frmMain& window, int x, int y) {
-    BoardWidget& view = window.BoardView();
-    const int side = window.Board().xBricks();
+void ClickCell(GameApp& app, int x, int y, Qt::MouseButton button = Qt::LeftButton) {
+    BoardWidget& view = app.Window().BoardView();
+    const int side = app.Board().xBricks();
     const QPoint at(static_cast<int>((x + 0.5) * view.width() / side), static_cast<int>((y + 0.5) * view.height() / side));
-    QTest::mouseClick(&view, Qt::LeftButton, {}, at);
+    QTest::mouseClick(&view, button, {}, at);
 }
 
 QString LabelText(frmMain& window, const QString& text) {
@@ -103,29 +105,32 @@ QString LabelText(frmMain& window, const QString& text) {
 TEST(frmMain, StartUpStopsWithoutTheDefaultSetAndFallsBackFromABadOne) {
     {
         TestWindow t("", false);
-        auto [folder, game, dialogs, window] = t.Parts();
-        EXPECT_FALSE(window.Form_Load());
+        auto [folder, game, dialogs, app] = t.Parts();
+        frmMain& window = app.Window();
+        EXPECT_FALSE(app.Start(1));
         ASSERT_EQ(dialogs.ShownBoxes().size(), 1u);
         EXPECT_EQ(dialogs.ShownBoxes()[0].Text, "ERROR! Unable to locate default levels.\nPlease re-install TOLVA II.");
         EXPECT_EQ(dialogs.ShownBoxes()[0].Icon, MessageIcon::Stop);
     }
     {
         TestWindow t("[main]\r\nlevelset=levels\\gone\\\r\n");
-        auto [folder, game, dialogs, window] = t.Parts();
-        EXPECT_TRUE(window.Form_Load());
+        auto [folder, game, dialogs, app] = t.Parts();
+        frmMain& window = app.Window();
+        EXPECT_TRUE(app.Start(1));
         ASSERT_EQ(dialogs.ShownBoxes().size(), 1u);
         EXPECT_EQ(dialogs.ShownBoxes()[0].Text, "TOLVA2.INI ERROR! UNABLE TO LOAD SELECTED LEVEL-SET.\nLOADING DEFAULT...");
-        EXPECT_EQ(window.LevelSetPath(), "levels\\default\\");
+        EXPECT_EQ(app.LevelSets().LevelSetPath, "levels\\default\\");
         EXPECT_TRUE(window.windowTitle().startsWith("TOLVA II  -  ["));
         EXPECT_EQ(game->Levels[0].levelbricks, 10);
     }
     {
         // An empty levelset= is the default set, without a word.
         TestWindow t("[main]\r\nlevelset=\r\nupdatedelay=1\r\n");
-        auto [folder, game, dialogs, window] = t.Parts();
-        EXPECT_TRUE(window.Form_Load());
+        auto [folder, game, dialogs, app] = t.Parts();
+        frmMain& window = app.Window();
+        EXPECT_TRUE(app.Start(1));
         EXPECT_TRUE(dialogs.ShownBoxes().empty());
-        EXPECT_EQ(window.Board().UpdateDelay(), 2);
+        EXPECT_EQ(app.Board().UpdateDelay(), 2);
         window.close();   // no game: no question, and the settings are written
         EXPECT_EQ(ReadIni(folder.Dir / "tolva2.ini", "main", "updatedelay"), "2");
         EXPECT_EQ(ReadIni(folder.Dir / "tolva2.ini", "main", "levelset"), "levels\\default\\");
@@ -134,21 +139,22 @@ TEST(frmMain, StartUpStopsWithoutTheDefaultSetAndFallsBackFromABadOne) {
 
 TEST(frmMain, AGamePlayedWithTheMouseClearsALevelAndEnds) {
     TestWindow t("[main]\r\nanidraw=0\r\nplaysounds=0\r\nplayanimations=0\r\n");
-    auto [folder, game, dialogs, window] = t.Parts();
-    ASSERT_TRUE(window.Form_Load());
+    auto [folder, game, dialogs, app] = t.Parts();
+    frmMain& window = app.Window();
+    ASSERT_TRUE(app.Start(1));
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
 
-    window.NewGameMnu_Click();
-    ASSERT_TRUE(window.Session().GameRunning);
-    EXPECT_EQ(window.Board().CurLevel(), 1);
+    app.Session().NewGameMnu_Click();
+    ASSERT_TRUE(app.Session().GameRunning);
+    EXPECT_EQ(app.Board().CurLevel(), 1);
     const auto solution = StoredSolution(1);
     ASSERT_FALSE(solution.empty());
-    for (const auto& [x, y] : solution) ClickCell(window, x, y);
+    for (const auto& [x, y] : solution) ClickCell(app, x, y);
 
     // The level is cleared by the player's own clicks, and level 2 has begun.
-    EXPECT_EQ(window.Board().CurLevel(), 2);
-    EXPECT_GT(window.Session().Score, 0);
+    EXPECT_EQ(app.Board().CurLevel(), 2);
+    EXPECT_GT(app.Session().Score, 0);
     EXPECT_EQ(LabelText(window, "LEVEL-CODE:").size(), QString("LEVEL-CODE:").size() + 6);
     EXPECT_EQ(LabelText(window, "CLICKS:"), "CLICKS: 0");
     EXPECT_EQ(ReadIni(folder.Dir / "stat.ini", "LEVEL1", "minclicks"), std::to_string(solution.size()));
@@ -160,38 +166,40 @@ TEST(frmMain, AGamePlayedWithTheMouseClearsALevelAndEnds) {
     // Ending the game asks first, then tells the game is over.
     dialogs.QueueMessageAnswer(MessageResult::Ok);
     dialogs.QueueMessageAnswer(MessageResult::Ok);
-    window.mnuEndGame_Click();
-    EXPECT_FALSE(window.Session().GameRunning);
+    app.Session().mnuEndGame_Click();
+    EXPECT_FALSE(app.Session().GameRunning);
     ASSERT_GE(dialogs.ShownBoxes().size(), 2u);
     EXPECT_EQ(dialogs.ShownBoxes().back().Text, "G A M E   O V E R !");
     EXPECT_EQ(ReadIni(folder.Dir / "stat.ini", "LEVEL2", "gameover"), "1");
 
     // Clicks on a finished game do nothing.
-    const double score = window.Session().Score;
-    ClickCell(window, 0, 9);
-    EXPECT_EQ(window.Session().Score, score);
+    const double score = app.Session().Score;
+    ClickCell(app, 0, 9);
+    EXPECT_EQ(app.Session().Score, score);
 }
 
 TEST(frmMain, QuittingARunningGameAsksAndCancelKeepsItAndTheFiles) {
     TestWindow t("[main]\r\nanidraw=0\r\nplaysounds=0\r\n");
-    auto [folder, game, dialogs, window] = t.Parts();
-    ASSERT_TRUE(window.Form_Load());
-    window.NewGameMnu_Click();
+    auto [folder, game, dialogs, app] = t.Parts();
+    frmMain& window = app.Window();
+    ASSERT_TRUE(app.Start(1));
+    app.Session().NewGameMnu_Click();
     const std::string before = folder.Dir.Read("tolva2.ini");
     dialogs.QueueMessageAnswer(MessageResult::Cancel);
     EXPECT_FALSE(window.close());
     EXPECT_EQ(dialogs.ShownBoxes().back().Title, "Quit game?");
-    EXPECT_TRUE(window.Session().GameRunning);
+    EXPECT_TRUE(app.Session().GameRunning);
     EXPECT_EQ(folder.Dir.Read("tolva2.ini"), before);
 }
 
 TEST(frmMain, ASpellIsArmedFromItsButtonAndFiredOnTheBoard) {
     TestWindow t("[main]\r\nanidraw=0\r\nplaysounds=0\r\nplayanimations=0\r\n");
-    auto [folder, game, dialogs, window] = t.Parts();
-    ASSERT_TRUE(window.Form_Load());
+    auto [folder, game, dialogs, app] = t.Parts();
+    frmMain& window = app.Window();
+    ASSERT_TRUE(app.Start(1));
     window.show();
-    window.NewGameMnu_Click();
-    window.Session().NewSpell(SpellGun);
+    app.Session().NewGameMnu_Click();
+    app.Session().NewSpell(SpellGun);
 
     // The third spell button, the gun, in the panel.
     QWidget* gunButton = window.childAt(599 + 13, 168 + 13);
@@ -201,22 +209,23 @@ TEST(frmMain, ASpellIsArmedFromItsButtonAndFiredOnTheBoard) {
     EXPECT_EQ(LabelText(window, "GUN"), "GUN");
 
     // Fired at the bottom row, it takes the unbroken run of that row.
-    TolvaBoard& board = window.Board();
+    TolvaBoard& board = app.Board();
     const int bottom = board.xBricks() - 1;
     int run = 0;
     while (run < board.xBricks() && board.Bricks(run, bottom) >= 0) ++run;
     ASSERT_GT(run, 0);
-    ClickCell(window, 0, bottom);
-    EXPECT_EQ(window.Session().SpellStock[SpellGun], 0);
+    ClickCell(app, 0, bottom);
+    EXPECT_EQ(app.Session().SpellStock[SpellGun], 0);
     EXPECT_EQ(game->ActiveSpell, NoSpell);
-    EXPECT_EQ(window.Session().Score, static_cast<double>(run) * run);
+    EXPECT_EQ(app.Session().Score, static_cast<double>(run) * run);
     EXPECT_EQ(LabelText(window, "GUN"), "");
 }
 
 TEST(frmMain, KeysStartAGameAndTheKeyWordTogglesCheatMode) {
     TestWindow t("[main]\r\nanidraw=0\r\nplaysounds=0\r\n");
-    auto [folder, game, dialogs, window] = t.Parts();
-    ASSERT_TRUE(window.Form_Load());
+    auto [folder, game, dialogs, app] = t.Parts();
+    frmMain& window = app.Window();
+    ASSERT_TRUE(app.Start(1));
     window.show();
     QLabel* cheatLabel = nullptr;
     for (QLabel* label : window.findChildren<QLabel*>())
@@ -225,20 +234,62 @@ TEST(frmMain, KeysStartAGameAndTheKeyWordTogglesCheatMode) {
     EXPECT_FALSE(cheatLabel->isVisibleTo(&window));
 
     QTest::keyClick(&window, Qt::Key_F2);
-    EXPECT_TRUE(window.Session().GameRunning);
+    EXPECT_TRUE(app.Session().GameRunning);
 
     QTest::keyClicks(&window, "orangekettlez");       // a wrong last letter: nothing
     EXPECT_FALSE(game->CheatMode);
     QTest::keyClicks(&window, "ORANGEKETTLES");       // capitals count as the letters
     EXPECT_TRUE(game->CheatMode);
     EXPECT_TRUE(cheatLabel->isVisibleTo(&window));
-    EXPECT_TRUE(window.Session().ScoreFrozen);
+    EXPECT_TRUE(app.Session().ScoreFrozen);
 
     // H shows a hint on the board while a game runs.
     QTest::keyClick(&window, Qt::Key_H);
-    EXPECT_TRUE(window.Board().AniHint().Visible());
+    EXPECT_TRUE(app.Board().AniHint().Visible());
 
     QTest::keyClicks(&window, "orangekettles");
     EXPECT_FALSE(game->CheatMode);
     EXPECT_FALSE(cheatLabel->isVisibleTo(&window));
+}
+
+TEST(frmMain, TheRightButtonOnTheBoardIsTheBoardsAndOnTheSurfaceOpensGame) {
+    TestWindow t("[main]\r\nanidraw=0\r\nplaysounds=0\r\nplayanimations=0\r\n");
+    auto [folder, game, dialogs, app] = t.Parts();
+    frmMain& window = app.Window();
+    ASSERT_TRUE(app.Start(1));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    app.Session().NewGameMnu_Click();
+    TolvaBoard& board = app.Board();
+    const int bottom = board.xBricks() - 1;
+
+    // Outside cheat mode a right click on a colour brick does nothing, and opens no menu.
+    const std::int16_t brick = board.Bricks(0, bottom);
+    ASSERT_GE(brick, 0);
+    ClickCell(app, 0, bottom, Qt::RightButton);
+    EXPECT_EQ(board.Bricks(0, bottom), brick);
+    EXPECT_FALSE(window.GameMenu().isVisible());
+
+    // A spell lying on the board is thrown away by the right button, without reaching the stock.
+    board.Bricks(0, bottom) = FirstSpellCell + SpellBomb;
+    board.Spells(0, bottom) = NoSpell;
+    ClickCell(app, 0, bottom, Qt::RightButton);
+    EXPECT_LT(board.Bricks(0, bottom), FirstSpellCell);
+    EXPECT_EQ(app.Session().SpellStock[SpellBomb], 0);
+    EXPECT_FALSE(window.GameMenu().isVisible());
+
+    // In cheat mode the right button takes any single brick away.
+    app.Session().ChangeCheatMode();
+    int bricksBefore = 0, bricksAfter = 0;
+    for (int x = 0; x < board.xBricks(); ++x)
+        for (int y = 0; y < board.xBricks(); ++y) bricksBefore += board.Bricks(x, y) >= 0;
+    ClickCell(app, 0, bottom, Qt::RightButton);
+    for (int x = 0; x < board.xBricks(); ++x)
+        for (int y = 0; y < board.xBricks(); ++y) bricksAfter += board.Bricks(x, y) >= 0;
+    EXPECT_EQ(bricksAfter, bricksBefore - 1);
+    EXPECT_FALSE(window.GameMenu().isVisible());
+
+    // The window's own surface, right of the board: the Game menu.
+    QTest::mouseClick(&window, Qt::RightButton, {}, QPoint(530, 300));
+    EXPECT_TRUE(window.GameMenu().isVisible());
+    window.GameMenu().close();
 }

@@ -109,7 +109,7 @@ TEST(Autoplay, ClearsDeadEndsAndSoundsTheSpeakerSignals) {
         EXPECT_TRUE(f.Events.Disagreements.empty()) << f.Events.Disagreements.front();
         // Level 1: signal 1 (1500, 2000, 2000). The dead end: signal 0 (1000, 500), and
         // none for the bonus of a level cleared by autoplay.
-        const auto& calls = f.Services.Calls;
+        const auto calls = f.BeepCalls();
         EXPECT_EQ(Count(calls, "Beep(1500,200)"), speaker ? 1 : 0);
         EXPECT_EQ(Count(calls, "Beep(2000,200)"), speaker ? 2 : 0);
         EXPECT_EQ(Count(calls, "Beep(1000,200)"), speaker ? 1 : 0);
@@ -169,7 +169,7 @@ TEST(Autoplay, PlaysTheDefaultSetLevelAfterLevelConsistentWithTheBoard) {
     EXPECT_EQ(f.Session.Score, f.Events.Points);
     EXPECT_EQ(f.Label(SessionLabel::Score), GameSession::FormatScore(f.Events.Points));
     EXPECT_EQ(f.Label(SessionLabel::Level), std::to_string(levels));
-    EXPECT_EQ(Count(f.Services.Calls, "Beep(1000,200)"), f.Events.GameOvers);
+    EXPECT_EQ(Count(f.BeepCalls(), "Beep(1000,200)"), f.Events.GameOvers);
     EXPECT_GT(f.Events.Clicks, 300);
     for (std::size_t n = 1; n < levels; ++n) EXPECT_EQ(f.Stat("LEVEL" + std::to_string(n), "played"), "1") << n;
 

@@ -55,23 +55,40 @@ TEST(CheatMode, KeyWordInAnyCaseTogglesAndAWrongKeySpoilsIt) {
     EXPECT_EQ(f.Services.Calls.back(), "PrintHiScore(-1,0,0)");
     EXPECT_EQ(f.Session.TypedKeys, "");
 
-    // F4 has the code of "s": it finishes the word, leaves the mode, and still asks for
-    // the settings window. Leaving the mode takes the autoplay mark away.
+    // Each function key opens its window through the session's window opener; the
+    // composition root registers them. F4 has the code of "s": it acts first (the
+    // settings window opens while the mode is still on), then finishes the word and
+    // leaves the mode, which takes the autoplay mark away.
+    std::vector<std::string> opened;
+    auto record = [&](const char* name) { return [&opened, &f, name] {
+        opened.push_back(std::string(name) + (f.Game->CheatMode ? "+cheat" : ""));
+    }; };
+    f.Windows.Register(GameWindow::Help, record("help"));
+    f.Windows.Register(GameWindow::Settings, record("settings"));
+    f.Windows.Register(GameWindow::Statistics, record("statistics"));
     f.Session.AutoplayChecked = true;
     f.Type("orangekettle");
-    EXPECT_EQ(f.Session.Form_KeyDown(F4), WindowCommand::Settings);
+    f.Session.Form_KeyDown(F4);
+    EXPECT_EQ(opened, (std::vector<std::string>{"settings+cheat"}));
     EXPECT_FALSE(f.Game->CheatMode);
     EXPECT_FALSE(f.View.CheatLabel);
     EXPECT_FALSE(f.Session.AutoplayChecked);
     EXPECT_FALSE(f.View.AutoplayMark);
 
-    EXPECT_EQ(f.Session.Form_KeyDown(F1), WindowCommand::Help);
-    EXPECT_EQ(f.Session.Form_KeyDown(F2), WindowCommand::NewGame);
-    EXPECT_EQ(f.Session.Form_KeyDown(F5), WindowCommand::Statistics);
-    EXPECT_EQ(f.Session.Form_KeyDown(F12), WindowCommand::EndGame);
-    EXPECT_EQ(f.Session.Form_KeyDown('A'), WindowCommand::None);
-    EXPECT_EQ(f.Session.Form_KeyDown(-5), WindowCommand::None);
-    EXPECT_EQ(f.Session.Form_KeyDown(300), WindowCommand::None);
+    f.Session.Form_KeyDown(F1);
+    f.Session.Form_KeyDown(F5);
+    f.Session.Form_KeyDown('A');
+    f.Session.Form_KeyDown(-5);
+    f.Session.Form_KeyDown(300);
+    EXPECT_EQ(opened, (std::vector<std::string>{"settings+cheat", "help", "statistics"}));
+
+    // A key with no code (a punctuation mark, Home, the number block's plus) breaks a
+    // word typed half-way, as any wrong key does.
+    f.Type("orange");
+    f.Session.Form_KeyDown(-1);
+    f.Type("kettles");
+    EXPECT_FALSE(f.Game->CheatMode);
+    EXPECT_EQ(f.Session.TypedKeys, "");
 }
 
 TEST(CheatMode, HintKeyWorksOnlyWhileAGameRuns) {
@@ -83,7 +100,7 @@ TEST(CheatMode, HintKeyWorksOnlyWhileAGameRuns) {
 
     f.Session.NewGame(1);
     f.Host.Sound.ClearCalls();
-    EXPECT_EQ(f.Session.Form_KeyDown(KeyH), WindowCommand::None);
+    f.Session.Form_KeyDown(KeyH);
     EXPECT_TRUE(Played(f, "8.wav"));
     EXPECT_TRUE(f.Board.AniHint().Visible());
     const double cell = f.Host.Surface.ScaleWidth() / 3;
@@ -222,11 +239,11 @@ TEST(CheatMode, JumpToLevelStartsAGameAndKeepsScoreSpellsAndFreezing) {
 
 TEST(CheatMode, PlaySoundPlaysAnyNumberAndTheSpeakerEntryFlips) {
     SessionFixture f;
-    f.Game->PlaySounds = 0;   // the entry plays whatever the setting says
+    f.Settings.PlaySounds = 0;   // the entry plays whatever the setting says
     for (const char* answer : {"7", "7.5", "abc"}) f.Host.Dialog.QueueInputAnswer(answer);
     for (int i = 0; i < 4; ++i) f.Session.mnuPlaySound_Click();   // the last one cancelled
     const std::string data = AppPath() + "data\\";
-    EXPECT_EQ(f.Host.Sound.Calls(), (std::vector<RecordingSoundPlayer::Call>{
+    EXPECT_EQ(f.Host.Sound.Calls(), (std::vector<RecordingSoundEffects::Call>{
                                         {data + "7.wav", false}, {data + "7.5.wav", false},
                                         {data + "0.wav", false}, {data + "0.wav", false}}));
     EXPECT_EQ(f.Host.Dialog.ShownBoxes().front().Text, "SOUND:");

@@ -4,7 +4,7 @@
 // disagrees is written down in Disagreements rather than failed at once, so that a long
 // autoplay run reports the first few differences with the level they came at.
 #include "board/BoardListener.h"
-#include "board/LevelModule.h"
+#include "shared/LevelModule.h"
 #include "session/GameSession.h"
 
 #include <algorithm>

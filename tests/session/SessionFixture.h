@@ -26,36 +26,47 @@ public:
     void ShowSpellPanel(const SpellPanel& panel) override { Panel = panel; }
     void ShowLoadingText(const std::string& text) override { LoadingTexts.push_back(text); }
     void ShowStandardBackground() override { ++StandardBackgrounds; }
+    void ShowLoading() override { LoadingTexts.push_back("<shown>"); }
+    void SetLoadingTopMost(bool) override {}
+    void CloseLoading() override { LoadingTexts.push_back("<closed>"); }
+    void SetTitle(const std::string& title) override { Title = title; }
+    void SetLevelMenuEntry(int, const std::string&) override {}
+    void SetSpellToolTip(int, const std::string&) override {}
+    void CopyToClipboard(const std::string& text) override { Clipboard = text; }
+    std::string Title;
+    std::string Clipboard;
     void ShowCheatMode(bool on) override { CheatLabel = on; }
     void ShowAutoplayChecked(bool checked) override { AutoplayMark = checked; }
     bool CheatLabel = false;
     bool AutoplayMark = false;
 };
 
-class RecordingServices final : public SessionServices {
+// The hiscore table and the idle mascot as the session calls them, written down.
+class RecordingServices final : public HiscoreService, public IdleAnimation {
 public:
     std::vector<std::string> Calls;
     std::int16_t Place = -1;   // what CheckHiscorePlace answers
+    int IdleRestarts = 0;
 
-    void CheckIfHiScore() override { Calls.push_back("CheckIfHiScore"); }
+    void CheckIfHiScore(double score, std::int16_t level) override {
+        Calls.push_back("CheckIfHiScore(" + NumberText(score) + "," + std::to_string(level) + ")");
+    }
     void PrintHiScore(std::int16_t place, std::int32_t hi, std::int32_t text) override {
         Calls.push_back("PrintHiScore(" + std::to_string(place) + "," + std::to_string(hi) + "," +
                         std::to_string(text) + ")");
     }
-    std::int16_t CheckHiscorePlace() override { return Place; }
-    void PlayKedelig() override { Calls.push_back("PlayKedelig"); }
-    void SpeakerBeep(std::int32_t hz, std::int32_t ms) override {
-        Calls.push_back("Beep(" + std::to_string(hz) + "," + std::to_string(ms) + ")");
-    }
+    std::int16_t CheckHiscorePlace(double) const override { return Place; }
+    void RestartIdle() override { ++IdleRestarts; }
 };
 
 class SessionFixture {
 public:
     explicit SessionFixture(Random* rng = nullptr)
         : Game(std::make_unique<LevelModule>()),
-          Session(*Game, MakePlatform(rng), View, Services),
+          Stats(Folder / "stat.ini"),
+          Session(*Game, Settings, MakePlatform(rng), View, SessionServices{Services, Stats, Services, Windows}),
           Events(Session),
-          Board(*Game, MakePlatform(rng), Events) {
+          Board(*Game, Settings, MakePlatform(rng), Events) {
         SetAppPath(Folder.Path());
         Session.AttachBoard(Board);
         Board.AniDraw = false;
@@ -63,9 +74,12 @@ public:
 
     TempFolder Folder;
     HeadlessPlatform Host;
+    GameSettings Settings;
     std::unique_ptr<LevelModule> Game;
     RecordingView View;
     RecordingServices Services;
+    WindowOpener Windows;
+    StatLog Stats;
     GameSession Session;
     CountingListener Events;
     TolvaBoard Board;
@@ -92,6 +106,13 @@ public:
         const LevelSetLoad load = reader.Load(file);
         ASSERT_EQ(load.Integrity, LevelSetIntegrity::Ok);
         ASSERT_EQ(load.LevelsStored(), MaxLevels);
+    }
+    // The beeps of the PC speaker so far, as "Beep(hz,ms)".
+    std::vector<std::string> BeepCalls() const {
+        std::vector<std::string> out;
+        for (const auto& b : Host.Sound.Beeps())
+            out.push_back("Beep(" + std::to_string(b.Frequency) + "," + std::to_string(b.Milliseconds) + ")");
+        return out;
     }
     // Types a word on the main window, a key a letter, by the capital's code.
     void Type(const std::string& word) {

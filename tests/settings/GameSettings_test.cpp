@@ -1,12 +1,16 @@
 #include "settings/GameSettings.h"
 
+#include "board/BoardFixture.h"
+#include "board/TolvaBoard.h"
 #include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
+#include "testsupport/HeadlessPlatform.h"
 
 #include <gtest/gtest.h>
 
 using tolva::GameSettings;
-using tolva::LevelModule;
+using namespace tolva;
+using tolva::testing::RecordingListener;
 using tolva::testing::TempFolder;
 
 TEST(GameSettings, MissingFileGivesEveryDefault) {
@@ -92,21 +96,31 @@ TEST(GameSettings, NewFileIsWrittenInTheGamesKeyOrder) {
     EXPECT_FALSE(GameSettings::IsFirstUse(dir / "tolva2.ini"));
 }
 
-TEST(GameSettings, TravelsThroughTheGameVariablesUnchanged) {
-    GameSettings s;
-    s.PlaySounds = 0;
-    s.MakeStat = false;
-    s.HuntDelay = 12;
-    s.ExtMusicFile = "a.mod";
-    LevelModule game;
-    s.ApplyTo(game);
-    EXPECT_EQ(game.PlaySounds, 0);
-    EXPECT_FALSE(game.MakeStat);
-    EXPECT_EQ(game.HuntDelaySetting, 12);
-    GameSettings back;
-    back.TakeFrom(game);
-    EXPECT_EQ(back.PlaySounds, 0);
-    EXPECT_FALSE(back.MakeStat);
-    EXPECT_EQ(back.HuntDelay, 12);
-    EXPECT_EQ(back.ExtMusicFile, "a.mod");
+TEST(GameSettings, EveryKeyRoundTripsThroughTheBoard) {
+    // Every key away from its default; what the board keeps of its own goes there and back.
+    TempFolder dir;
+    dir.Write("tolva2.ini", "[main]\r\nHiscoreUrl=http://127.0.0.1:9/x.asp\r\nlevelset=levels\\mine\\\r\n"
+                            "showbonuscounter=0\r\nplaysounds=2\r\nplaymusic=0\r\nupdatedelay=77\r\n"
+                            "huntdelay=5\r\nanidraw=0\r\nmakestat=0\r\nsupplystatfile=0\r\n"
+                            "drawusingbackbuffer=0\r\nplayanimations=0\r\nUseExternalMusicFile=1\r\n"
+                            "extmusicpath=C:\\tunes\\\r\nextmusicfile=song.xm\r\n");
+    GameSettings read = GameSettings::Read(dir / "tolva2.ini");
+    HeadlessPlatform host;
+    auto game = std::make_unique<LevelModule>();
+    RecordingListener events;
+    TolvaBoard board(*game, read, host.Platform(), events);
+    board.ApplySettings(read);
+    EXPECT_EQ(board.UpdateDelay(), 77);
+    EXPECT_FALSE(board.AniDraw);
+    EXPECT_EQ(board.HuntDelay, 5);
+
+    GameSettings back = read;
+    back.UpdateDelay = 1;
+    back.AniDraw = true;
+    board.TakeSettings(back);
+    ASSERT_TRUE(back.Write(dir / "copy.ini"));
+    for (const char* key : {"HiscoreUrl", "levelset", "showbonuscounter", "playsounds", "playmusic", "updatedelay",
+                            "huntdelay", "anidraw", "makestat", "supplystatfile", "drawusingbackbuffer",
+                            "playanimations", "UseExternalMusicFile", "extmusicpath", "extmusicfile"})
+        EXPECT_EQ(ReadIni(dir / "copy.ini", "main", key), ReadIni(dir / "tolva2.ini", "main", key)) << key;
 }

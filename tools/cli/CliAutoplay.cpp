@@ -28,7 +28,6 @@
 #include "session/GameSession.h"
 #include "settings/GameSettings.h"
 #include "support/ZenkorModule.h"
-#include "support/platform/HeadlessPlatform.h"
 
 #include <array>
 #include <charconv>
@@ -104,10 +103,14 @@ private:
     std::int16_t NextLevelOf(std::int16_t levelNo) const;
 
     RunOptions options_;
-    HeadlessPlatform host_;
+    CliPlatform host_;
     std::unique_ptr<LevelModule> game_;
     SilentView view_;
-    TableFreeServices services_;
+    GameSettings settings_;
+    StatLog stats_{AppPath() + "stat.ini"};
+    TableFreeHiscores hiscores_;
+    NoIdleMascot idle_;
+    WindowOpener windows_;
     GameSession session_;
     TolvaBoard board_;
 
@@ -127,15 +130,13 @@ private:
 };
 
 AutoplayRun::AutoplayRun(const RunOptions& options)
-    : options_(options), host_(options.seed), game_(std::make_unique<LevelModule>()), services_(host_.Loop),
-      session_(*game_, host_.Platform(), view_, services_), board_(*game_, host_.Platform(), *this) {
+    : options_(options), host_(options.seed), game_(std::make_unique<LevelModule>()),
+      session_(*game_, settings_, host_.Platform(), view_, SessionServices{hiscores_, stats_, idle_, windows_}),
+      board_(*game_, settings_, host_.Platform(), *this) {
     session_.AttachBoard(board_);
-    const GameSettings defaults;
-    defaults.ApplyTo(*game_);
-    game_->MakeStat = false;
-    board_.AniDraw = options.aniDraw.value_or(defaults.AniDraw);
-    board_.SetUpdateDelay(defaults.UpdateDelay);
-    board_.SetHuntDelay(defaults.HuntDelay);
+    settings_.MakeStat = false;
+    settings_.AniDraw = options.aniDraw.value_or(settings_.AniDraw);
+    board_.ApplySettings(settings_);
     session_.KeepScoreInCheat = true;
 }
 
@@ -147,6 +148,7 @@ std::string AutoplayRun::LoadSet() {
     fs::path path = fs::absolute(options_.dir, ec).lexically_normal();
     if (!path.has_filename()) path = path.parent_path();
     SetAppPath(path.parent_path().string());
+    stats_ = StatLog(AppPath() + "stat.ini");
     LevelSetReader reader(*game_);
     reader.LevelSetPath = path.filename().string() + "\\";
     const LevelSetLoad load = reader.InitLevels();
@@ -179,8 +181,7 @@ int AutoplayRun::Play() {
     } catch (const std::exception& e) {
         Fault(std::string("the game stopped with an error: ") + e.what());
     }
-    if (fault_.empty() && !host_.Dialog.ShownBoxes().empty())
-        Fault("a message box came up: " + host_.Dialog.ShownBoxes().front().Text);
+    if (fault_.empty() && host_.Dialog.Shown > 0) Fault("a message box came up: " + host_.Dialog.FirstText);
     PrintSummary();
     return fault_.empty() ? ExitOk : ExitFailed;
 }
@@ -257,9 +258,7 @@ void AutoplayRun::CanDoNextMove() {
     ++moves_;
     lastMoveMs_ = host_.Loop.NowMs();
     // What the board painted and played is not looked at; keep the records from piling up.
-    host_.Surface.ClearRecords();
-    host_.Sound.ClearCalls();
-    session_.CanDoNextMove();
+        session_.CanDoNextMove();
 }
 
 std::int16_t AutoplayRun::NextLevelOf(std::int16_t levelNo) const {
@@ -337,7 +336,7 @@ void AutoplayRun::PrintSummary() const {
     std::cout << "autoplay: " << levelStarts_ << " level starts, " << levelsPlayed_ << " levels played ("
               << levelsPlayed_ - deadEnds_ << " cleared, " << deadEnds_ << " dead ends cleared), " << total_.clicks
               << " clicks, " << total_.spellsUsed << " spells used of " << collected << " collected, "
-              << services_.Beeps << " speaker beeps, " << total_.restarts << " restarts, score "
+              << host_.Sound.Beeps << " speaker beeps, " << total_.restarts << " restarts, score "
               << GameSession::FormatScore(session_.Score) << ", " << Seconds(host_.Loop.NowMs()) << " of game time, "
               << (fault_.empty() ? "no fault" : "FAULT") << '\n'
               << std::flush;

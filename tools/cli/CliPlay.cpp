@@ -24,9 +24,9 @@
 #include "board/TolvaBoard.h"
 #include "levels/LevelSetReader.h"
 #include "session/GameSession.h"
+#include "shared/GameText.h"
 #include "settings/GameSettings.h"
 #include "support/ZenkorModule.h"
-#include "support/platform/HeadlessPlatform.h"
 
 #include <algorithm>
 #include <cctype>
@@ -106,8 +106,8 @@ std::optional<std::int16_t> SpellByName(const std::string& text) {
     std::replace(key.begin(), key.end(), '_', ' ');
     if (key == "none" || key == "-1") return NoSpell;
     if (const auto n = WholeNumber(key); n && *n >= 0 && *n < SpellCount) return static_cast<std::int16_t>(*n);
-    for (std::size_t i = 0; i < LevelSetReader::SpellNames.size(); ++i)
-        if (key == Lower(LevelSetReader::SpellNames[i])) return static_cast<std::int16_t>(i);
+    for (std::size_t i = 0; i < SpellNameList.size(); ++i)
+        if (key == Lower(std::string(SpellNameList[i]))) return static_cast<std::int16_t>(i);
     return std::nullopt;
 }
 
@@ -115,21 +115,18 @@ std::optional<std::int16_t> SpellByName(const std::string& text) {
 class PlayGame {
 public:
     explicit PlayGame(std::uint64_t seed)
-        : host_(seed), game_(std::make_unique<LevelModule>()), services_(host_.Loop),
-          session_(*game_, host_.Platform(), view_, services_), printer_(std::cout, session_),
-          board_(*game_, host_.Platform(), printer_) {
+        : host_(seed), game_(std::make_unique<LevelModule>()),
+          session_(*game_, settings_, host_.Platform(), view_, SessionServices{hiscores_, stats_, idle_, windows_}),
+          printer_(std::cout, session_), board_(*game_, settings_, host_.Platform(), printer_) {
         session_.AttachBoard(board_);
-        const GameSettings defaults;
-        defaults.ApplyTo(*game_);
-        game_->MakeStat = false;
-        board_.AniDraw = defaults.AniDraw;
-        board_.SetUpdateDelay(defaults.UpdateDelay);
-        board_.SetHuntDelay(defaults.HuntDelay);
+        settings_.MakeStat = false;
+        board_.ApplySettings(settings_);
     }
 
     LevelModule& Game() { return *game_; }
     TolvaBoard& Board() { return board_; }
     GameSession& Session() { return session_; }
+    StatLog& Stats() { return stats_; }
 
     // Runs one command line; gives an error text for a malformed one, empty otherwise.
     std::string Run(const std::string& line);
@@ -140,10 +137,14 @@ private:
     std::string Wait(const std::vector<std::string>& words);
     void PrintGrid(const CellGrid& grid);
 
-    HeadlessPlatform host_;
+    CliPlatform host_;
     std::unique_ptr<LevelModule> game_;
     SilentView view_;
-    TableFreeServices services_;
+    GameSettings settings_;
+    StatLog stats_{AppPath() + "stat.ini"};
+    TableFreeHiscores hiscores_;
+    NoIdleMascot idle_;
+    WindowOpener windows_;
     GameSession session_;
     PrintingListener printer_;
     TolvaBoard board_;
@@ -166,9 +167,7 @@ std::string PlayGame::Run(const std::string& line) {
         return "unknown command '" + words[0] + "'; use click, arm, wait, grid or spells";
     }
     // What the board painted and played is not shown; keep the records from piling up.
-    host_.Surface.ClearRecords();
-    host_.Sound.ClearCalls();
-    return error;
+        return error;
 }
 
 std::string PlayGame::Click(const std::vector<std::string>& words) {
@@ -278,6 +277,7 @@ std::string LoadSet(const std::string& dir, PlayGame& play) {
     fs::path path = fs::absolute(dir, ec).lexically_normal();
     if (!path.has_filename()) path = path.parent_path();
     SetAppPath(path.parent_path().string());
+    play.Stats() = StatLog(AppPath() + "stat.ini");
     LevelSetReader reader(play.Game());
     reader.LevelSetPath = path.filename().string() + "\\";
     const LevelSetLoad load = reader.InitLevels();

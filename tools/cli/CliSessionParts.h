@@ -1,39 +1,93 @@
 #pragma once
-// The parts of a game session that tolva2-cli's headless games stand in for the window:
-// a display that shows nothing (the commands print their own lines) and the rest of the
-// game without a hiscore table, where a beep of the speaker takes its time on the game
-// clock and is counted.
+// The parts of a game that tolva2-cli's headless games (play, autoplay) stand in for the
+// window and the services: the platform without a screen, dialogs that answer OK (and can
+// print what they show), a display that shows nothing (the commands print their own
+// lines), a game without a hiscore table and without the idle mascot, and the windows
+// that a key would open, of which a game without a screen has none.
+#include "audio/HeadlessSoundEffects.h"
+#include "audio/IdleAnimation.h"
+#include "hiscores/HiscoreService.h"
 #include "session/SessionServices.h"
 #include "session/SessionView.h"
-#include "support/platform/EventLoop.h"
+#include "support/platform/BoardPlatform.h"
+#include "support/platform/HeadlessEventLoop.h"
+#include "support/platform/HeadlessPictureStore.h"
+#include "support/platform/HeadlessSurface.h"
+#include "support/platform/SeededRandom.h"
+
+#include <iostream>
+#include <string>
 
 namespace tolva::cli {
+
+// Message boxes answered OK as Enter would, input boxes with the text offered. With an
+// output stream each box is printed as "message: TEXT", one line.
+class CliDialogs final : public Dialogs {
+public:
+    explicit CliDialogs(std::ostream* out = nullptr) : out_(out) {}
+    MessageResult MessageBox(const std::string& text, const std::string&, MessageIcon, MessageButtons) override {
+        ++Shown;
+        if (FirstText.empty()) FirstText = text;
+        if (out_ != nullptr) *out_ << "message: " << text << '\n';
+        return MessageResult::Ok;
+    }
+    std::string InputBox(const std::string&, const std::string&, const std::string& offered) override {
+        ++Shown;
+        return offered;
+    }
+    int Shown = 0;
+    std::string FirstText;
+
+private:
+    std::ostream* out_;
+};
+
+// The platform of a game without a screen, on the virtual clock.
+class CliPlatform {
+public:
+    explicit CliPlatform(std::uint64_t seed, std::ostream* messages = nullptr)
+        : Pictures(Loop), Sound(Loop), Dialog(messages), Rng(seed) {}
+    CliPlatform(const CliPlatform&) = delete;
+    CliPlatform& operator=(const CliPlatform&) = delete;
+
+    BoardPlatform Platform() { return {Loop, Surface, Pictures, Sound, Dialog, Rng}; }
+
+    HeadlessEventLoop Loop;
+    HeadlessSurface Surface;
+    HeadlessPictureStore Pictures;
+    HeadlessSoundEffects Sound;
+    CliDialogs Dialog;
+    SeededRandom Rng;
+};
 
 class SilentView final : public SessionView {
 public:
     void SetLabel(SessionLabel, const std::string&) override {}
     void ShowSpellPanel(const SpellPanel&) override {}
+    void ShowLoading() override {}
     void ShowLoadingText(const std::string&) override {}
+    void SetLoadingTopMost(bool) override {}
+    void CloseLoading() override {}
+    void SetTitle(const std::string&) override {}
+    void SetLevelMenuEntry(int, const std::string&) override {}
+    void SetSpellToolTip(int, const std::string&) override {}
+    void CopyToClipboard(const std::string&) override {}
     void ShowStandardBackground() override {}
     void ShowCheatMode(bool) override {}
     void ShowAutoplayChecked(bool) override {}
 };
 
-class TableFreeServices final : public SessionServices {
+// play and autoplay write no file and keep no table: a score has no place in it.
+class TableFreeHiscores final : public HiscoreService {
 public:
-    explicit TableFreeServices(EventLoop& loop) : loop_(loop) {}
-    void CheckIfHiScore() override {}
+    void CheckIfHiScore(double, std::int16_t) override {}
     void PrintHiScore(std::int16_t, std::int32_t, std::int32_t) override {}
-    std::int16_t CheckHiscorePlace() override { return -1; }
-    void PlayKedelig() override {}
-    void SpeakerBeep(std::int32_t, std::int32_t milliseconds) override {
-        ++Beeps;
-        loop_.Pause(milliseconds);
-    }
-    long Beeps = 0;
+    std::int16_t CheckHiscorePlace(double) const override { return -1; }
+};
 
-private:
-    EventLoop& loop_;
+class NoIdleMascot final : public IdleAnimation {
+public:
+    void RestartIdle() override {}
 };
 
 } // namespace tolva::cli

@@ -1,7 +1,7 @@
 #pragma once
 // Writing a level set: the text of levels.set for a list of levels, and the seal, the
 // enciphered checksum line that makes a set pass the default set's integrity test.
-#include "board/LevelModule.h"
+#include "shared/LevelModule.h"
 
 #include <string>
 #include <vector>

@@ -15,7 +15,7 @@
 // Everything stays inside the side x side square, exactly as the engine does; cells
 // beyond it are never looked at. The stored solutions are still proven on TolvaBoard:
 // this model is the search's fast copy of those rules, not their authority.
-#include "board/LevelModule.h"
+#include "shared/LevelModule.h"
 
 #include <array>
 #include <cstdint>

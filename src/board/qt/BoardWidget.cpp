@@ -174,6 +174,8 @@ void BoardWidget::resizeEvent(QResizeEvent* event) {
     inResize_ = false;
 }
 
+void BoardWidget::mousePressEvent(QMouseEvent* event) { event->accept(); }
+
 void BoardWidget::mouseMoveEvent(QMouseEvent* event) {
     event->accept();
     if (board_ == nullptr) return;

@@ -17,7 +17,9 @@
 //
 // The board is made with this widget as its surface, so it is attached afterwards. The
 // mouse goes to it in surface units: releases to UserControl_MouseUp, every move (with a
-// button down or not) to UserControl_MouseMove.
+// button down or not) to UserControl_MouseMove. Presses are the board's too, whatever the
+// button: a right press on the board must never reach the window around it, which opens
+// its Game menu on a right press of its own surface.
 #include "support/platform/BoardSurface.h"
 
 #include <QImage>
@@ -53,6 +55,7 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
 

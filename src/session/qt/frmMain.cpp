@@ -1,22 +1,19 @@
 #include "session/qt/frmMain.h"
 
-#include "board/TolvaBoard.h"
 #include "board/qt/BoardWidget.h"
-#include "board/qt/BonusScreenView.h"
 #include "controls/Ebutton.h"
 #include "controls/IA.h"
-#include "session/GameSession.h"
 #include "session/qt/Loading.h"
-#include "session/qt/SilentSoundPlayer.h"
 #include "support/ZenkorModule.h"
-#include "support/platform/SeededRandom.h"
 #include "support/platform/EventLoop.h"
-#include "support/platform/qt/QtDialogs.h"
 #include "support/platform/qt/QtPictureHolder.h"
-#include "support/platform/qt/QtPictureStore.h"
-#include "support/platform/qt/QtPictureStrip.h"
 
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QPainter>
+#include <QScreen>
 
 namespace tolva {
 namespace {
@@ -52,55 +49,18 @@ void CentreIn(QLabel* label, const QWidget* box, bool vertically) {
 
 } // namespace
 
-frmMain::frmMain(LevelModule& game, EventLoop& loop, QString commandLine, Dialogs* dialogs)
-    : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint),
-      game_(game), loop_(loop), commandLine_(std::move(commandLine)) {
+frmMain::frmMain(EventLoop& loop)
+    : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint), loop_(loop) {
     setFixedSize(750, 561);
     setFocusPolicy(Qt::StrongFocus);   // the game's keys and the key word are typed on the window
-    if (dialogs == nullptr) {
-        qtDialogs_ = std::make_unique<QtDialogs>(this);
-        dialogs = qtDialogs_.get();
-    }
-    dialogs_ = dialogs;
-    sound_ = std::make_unique<SilentSoundPlayer>();
-    rng_ = std::make_unique<SeededRandom>(1);
-
     boardWidget_ = new BoardWidget(this);
     boardWidget_->move(20, 41);
-    pictures_ = std::make_unique<QtPictureStore>(loop_, boardWidget_);
-    const BoardPlatform platform{loop_, *boardWidget_, *pictures_, *sound_, *dialogs_, *rng_};
-    session_ = std::make_unique<GameSession>(game_, platform, *this, *this);
-    board_ = std::make_unique<TolvaBoard>(game_, platform, *session_);
-    session_->AttachBoard(*board_);
-    boardWidget_->AttachBoard(board_.get());
-
-    // The pictures built into the game: the ten bricks stand in the board itself, the
-    // standard background and the pointers in the window.
-    for (int i = 0; i < 10; ++i) {
-        auto& brick = static_cast<QtPictureHolder&>(board_->Gfx(i));
-        brick.SetImage(QImage(QString(":/builtin/bricks/%1.bmp").arg(i)));
-    }
-    eBack_ = std::make_unique<QtPictureHolder>("eBack");
-    eBack_->SetImage(QImage(":/builtin/eBack.bmp"));
-    static_cast<QtPictureHolder&>(board_->Pipette()).SetImage(QImage(":/builtin/pointers/pipette.png"));
     spellCursor_ = QPixmap(":/builtin/pointers/spell.png");
-
     MakeControls();
     MakeMenus();
-    board_->SetTestTubeAnimation(testTube_.get());
-    bonusScreen_ = new BonusScreenView(*board_);
 }
 
-frmMain::~frmMain() {
-    // The board's strips and holders live on the board widget, and the board holds the
-    // test tube strip: the board goes first.
-    delete bonusScreen_;
-    board_.reset();
-    session_.reset();
-    testTube_.reset();
-}
-
-QString frmMain::LevelSetPath() const { return FromBytes(levelSetPath_); }
+frmMain::~frmMain() = default;
 
 QLabel* frmMain::MakeLabel(const QString& text, int pixelSize, const QColor& colour, bool bold) {
     auto* label = new QLabel(text, this);
@@ -119,8 +79,11 @@ void frmMain::MakeControls() {
     lCheat_ = MakeLabel("CHEAT MODE ON", Pt8, Yellow);
     lCheat_->setGeometry(410, 23, 104, 13);
     lCheat_->hide();
+    // The idle mascot: 25 ms a frame, frames 32 high, laid over the window's picture.
     Kedelig_ = new IA(loop_, this);
     Kedelig_->setGeometry(23, 3, 32, 32);
+    Kedelig_->SetInterval(25);
+    Kedelig_->SetMoveHeight(32);
     Kedelig_->SetTransparent(true);
     Kedelig_->installEventFilter(this);
 
@@ -140,40 +103,7 @@ void frmMain::MakeControls() {
     lBonus_ = MakeLabel("", Pt14, Red);
     lBonus_->move(677, 104);
 
-    for (std::size_t i = 0; i < 6; ++i) {
-        sc_[i] = new QLabel(this);
-        sc_[i]->setGeometry(SpellLeft[i], 149, 27, 18);
-        sc_[i]->setAutoFillBackground(true);
-        sc_[i]->setPalette(QPalette(Qt::black));
-        sl_[i] = new QLabel("0", sc_[i]);
-        sl_[i]->setFont(PanelFont(Pt8, true));
-        QPalette yellow = sl_[i]->palette();
-        yellow.setColor(QPalette::WindowText, Yellow);
-        sl_[i]->setPalette(yellow);
-        CentreIn(sl_[i], sc_[i], true);
-        sp_[i] = new QLabel(this);
-        sp_[i]->setGeometry(SpellLeft[i], 168, 27, 27);
-        sp_[i]->setCursor(Qt::PointingHandCursor);
-        sp_[i]->installEventFilter(this);
-    }
-    lSpPic_ = new QWidget(this);
-    lSpPic_->setGeometry(543, 197, 184, 16);
-    lSpPic_->setAutoFillBackground(true);
-    lSpPic_->setPalette(QPalette(QColor(34, 116, 113)));
-    lSpell_ = new QLabel(lSpPic_);
-    lSpell_->setFont(PanelFont(Pt9, true));
-    QPalette cyan = lSpell_->palette();
-    cyan.setColor(QPalette::WindowText, QColor(24, 223, 222));
-    lSpell_->setPalette(cyan);
-    ActiveSpellPic_ = new QLabel(this);
-    ActiveSpellPic_->setGeometry(610, 214, 50, 50);
-    ActiveSpellPic_->setToolTip("NO SPELL SELECTED");
-    ActiveSpellPic_->installEventFilter(this);
-    testTube_ = std::make_unique<QtPictureStrip>("TestTubeAnimation", loop_, this);
-    TestTubeAnimation_ = testTube_->Control();
-    TestTubeAnimation_->setGeometry(610, 214, 50, 50);
-    TestTubeAnimation_->SetMoveHeight(50);
-    TestTubeAnimation_->hide();
+    MakeSpellBar();
 
     hiScoreDisplay_ = new QLabel(this);
     hiScoreDisplay_->setGeometry(543, 297, 184, 122);
@@ -206,6 +136,45 @@ void frmMain::MakeControls() {
     Label1_->resize(118, 13);
     lbClicks_->resize(120, 13);
     lbLevelCode_->resize(160, 13);
+}
+
+void frmMain::MakeSpellBar() {
+    for (std::size_t i = 0; i < 6; ++i) {
+        sc_[i] = new QLabel(this);
+        sc_[i]->setGeometry(SpellLeft[i], 149, 27, 18);
+        sc_[i]->setAutoFillBackground(true);
+        sc_[i]->setPalette(QPalette(Qt::black));
+        sl_[i] = new QLabel("0", sc_[i]);
+        sl_[i]->setFont(PanelFont(Pt8, true));
+        QPalette yellow = sl_[i]->palette();
+        yellow.setColor(QPalette::WindowText, Yellow);
+        sl_[i]->setPalette(yellow);
+        CentreIn(sl_[i], sc_[i], true);
+        sp_[i] = new QLabel(this);
+        sp_[i]->setGeometry(SpellLeft[i], 168, 27, 27);
+        sp_[i]->setCursor(Qt::PointingHandCursor);
+        sp_[i]->installEventFilter(this);
+    }
+    lSpPic_ = new QWidget(this);
+    lSpPic_->setGeometry(543, 197, 184, 16);
+    lSpPic_->setAutoFillBackground(true);
+    lSpPic_->setPalette(QPalette(QColor(34, 116, 113)));
+    lSpell_ = new QLabel(lSpPic_);
+    lSpell_->setFont(PanelFont(Pt9, true));
+    QPalette cyan = lSpell_->palette();
+    cyan.setColor(QPalette::WindowText, QColor(24, 223, 222));
+    lSpell_->setPalette(cyan);
+    ActiveSpellPic_ = new QLabel(this);
+    ActiveSpellPic_->setGeometry(610, 214, 50, 50);
+    ActiveSpellPic_->setToolTip("NO SPELL SELECTED");
+    ActiveSpellPic_->installEventFilter(this);
+    // The test tube's strip plays over the armed spell's picture between its two clicks.
+    TestTubeAnimation_ = new IA(loop_, this);
+    TestTubeAnimation_->setObjectName("TestTubeAnimation");
+    TestTubeAnimation_->setGeometry(610, 214, 50, 50);
+    TestTubeAnimation_->SetInterval(60);
+    TestTubeAnimation_->SetMoveHeight(50);
+    TestTubeAnimation_->hide();
 }
 
 void frmMain::paintEvent(QPaintEvent*) {
@@ -252,24 +221,96 @@ void frmMain::ShowSpellPanel(const SpellPanel& panel) {
     CentreIn(lSpell_, lSpPic_, true);
 }
 
+void frmMain::ShowLoading() {
+    if (!loading_) {
+        const QPixmap picture(":/builtin/loading.bmp");
+        const QString version = QString("v%1").arg(QCoreApplication::applicationVersion());
+        loading_ = std::make_unique<Loading>(loop_, picture, version);
+    }
+    loading_->show();
+}
+
 void frmMain::ShowLoadingText(const std::string& text) {
     if (loading_) loading_->SetLabel(FromBytes(text));
 }
 
-void frmMain::ShowStandardBackground() { board_->SetBackPicture(*eBack_); }
+void frmMain::SetLoadingTopMost(bool onTop) {
+    if (loading_) loading_->SetTopMost(onTop);
+}
+
+void frmMain::CloseLoading() { loading_.reset(); }
+
+void frmMain::SetTitle(const std::string& title) { setWindowTitle(FromBytes(title)); }
+
+void frmMain::SetLevelMenuEntry(int index, const std::string& caption) {
+    if (index < 0 || index >= MaxLevels) return;
+    QAction* entry = mnuLevList_[static_cast<std::size_t>(index)];
+    entry->setText(FromBytes(caption));
+    entry->setVisible(!caption.empty());
+}
+
+void frmMain::SetSpellToolTip(int spellNo, const std::string& name) {
+    if (spellNo >= 0 && spellNo < SpellCount) sp_[static_cast<std::size_t>(spellNo)]->setToolTip(FromBytes(name));
+}
+
+void frmMain::CopyToClipboard(const std::string& text) {
+    QClipboard* clipboard = QGuiApplication::clipboard();
+    clipboard->clear();
+    clipboard->setText(FromBytes(text));
+}
+
+void frmMain::ShowStandardBackground() {
+    if (StandardBackground) StandardBackground();
+}
 
 void frmMain::ShowCheatMode(bool on) { lCheat_->setVisible(on); }
 
 void frmMain::ShowAutoplayChecked(bool checked) { mnuAutoplay_->setChecked(checked); }
 
-// ---- services that later parts of the game fill in ------------------------------------------
-// The hiscore table, the mascot and the PC speaker come with their own subsystems; until
-// then a game runs without them.
+// ---- the window's own pictures ----------------------------------------------------------------
 
-void frmMain::CheckIfHiScore() {}
-void frmMain::PrintHiScore(std::int16_t, std::int32_t, std::int32_t) {}
-std::int16_t frmMain::CheckHiscorePlace() { return -1; }
-void frmMain::PlayKedelig() {}
-void frmMain::SpeakerBeep(std::int32_t, std::int32_t) {}
+void frmMain::SetMeHeight() {
+    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+        const QRect area = screen->availableGeometry();
+        move(area.center() - QPoint(width() / 2, height() / 2));
+    }
+}
+
+void frmMain::LoadButtonPictures(Ebutton& button, const char* out, const char* over, const char* label) {
+    QtPictureHolder outPicture("OutPicture"), overPicture("OverPicture");
+    if (outPicture.LoadFile(AppPath() + out)) button.SetOutPicture(outPicture);
+    if (overPicture.LoadFile(AppPath() + over)) button.SetOverPicture(overPicture);
+    ShowLoadingText(label);
+}
+
+void frmMain::LoadGfx() {
+    QtPictureHolder main("data\\0.bmp");
+    if (main.LoadFile(AppPath() + "data\\0.bmp")) background_ = QPixmap::fromImage(main.Image());
+    ShowLoadingText("Main background");
+    ShowLoadingText("Board background");
+    LoadButtonPictures(*bGame_, "data\\3.bmp", "data\\4.bmp", "Button 1");
+    LoadButtonPictures(*bOptions_, "data\\5.bmp", "data\\6.bmp", "Button 2");
+    LoadButtonPictures(*bAbout_, "data\\7.bmp", "data\\8.bmp", "Button 3");
+    Kedelig_->LoadPictureStrip(AppPath() + "data\\9.bmp");
+    ShowLoadingText("Maskot gfx");
+    TestTubeAnimation_->LoadPictureStrip(AppPath() + "data\\17.bmp");
+    ShowLoadingText("Test Tube gfx");
+    for (std::size_t i = 0; i < 6; ++i) {
+        const std::string n = NumberText(static_cast<double>(i));
+        QtPictureHolder button("sp"), large("sss");
+        if (button.LoadFile(AppPath() + "data\\ss" + n + ".bmp")) sp_[i]->setPixmap(QPixmap::fromImage(button.Image()));
+        if (large.LoadFile(AppPath() + "data\\s" + n + ".bmp")) sss_[i] = QPixmap::fromImage(large.Image());
+        ShowLoadingText("Spell-button" + n);
+    }
+    update();
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    if (routes_.Close && !routes_.Close()) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+}
 
 } // namespace tolva

@@ -1,21 +1,21 @@
 #pragma once
-// frmMain: the game's main window. A fixed 750 x 561 window with a title and no control
-// box: the board on the left, the panel on the right (score, level, bonus, spells,
+// frmMain: the game's main window, as a view. A fixed 750 x 561 window with a title and no
+// control box: the board on the left, the panel on the right (score, level, bonus, spells,
 // hiscores, the three picture buttons) and a line of small labels at the bottom. Every
 // command, Exit included, is in pop-up menus.
 //
-// The window is a thin layer: the game itself (score, stock, counters, level flow, the
-// board's 14 events) lives in GameSession, which the window shows through SessionView.
-// The window owns the platform objects of the running game (event loop, board widget,
-// picture store, dialogs, random numbers) and the board.
+// The window only shows and routes: what the game shows arrives through SessionView; its
+// own mouse and keys, its buttons and its menu entries go to the game session, to the
+// windows the composition root registered (WindowOpener), or to the root's close. It makes
+// no board, no session and no service: the composition root (app/GameApp) builds them and
+// attaches them here. The board's widget, the mascot's and the test tube's strips and the
+// hiscore table's surface are widgets of this window that the root hands to their owners.
 //
-// Its code is split by concern: frmMain.cpp (making the window and its controls, what
-// the session shows), frmMainStartup.cpp (start-up and shutdown), frmMainMenus.cpp (the
-// pop-up menus and the mouse on the window).
-#include "board/LevelModule.h"
-#include "levels/LevelSetHooks.h"
-#include "session/SessionServices.h"
+// Its code is split by concern: frmMain.cpp (the controls and what the session shows),
+// frmMainMenus.cpp (the pop-up menus, the keys and the mouse on the window).
 #include "session/SessionView.h"
+#include "session/WindowOpener.h"
+#include "shared/LevelModule.h"
 
 #include <QLabel>
 #include <QMenu>
@@ -23,85 +23,73 @@
 #include <QWidget>
 
 #include <array>
+#include <functional>
 #include <memory>
 
 namespace tolva {
 
 class BoardWidget;
-class Dialogs;
 class Ebutton;
+class EventLoop;
 class GameSession;
 class IA;
 class Loading;
-class QtDialogs;
-class EventLoop;
-class QtPictureHolder;
-class QtPictureStore;
-class QtPictureStrip;
-class BonusScreenView;
-class SeededRandom;
-class SoundPlayer;
 class TolvaBoard;
 
-class frmMain final : public QWidget, public SessionView, public SessionServices, public LevelSetHooks {
+class frmMain final : public QWidget, public SessionView {
     Q_OBJECT
 public:
-    // `commandLine` is the whole command line as one text: the start-up words are looked
-    // for anywhere in it. `dialogs` answers the message and input boxes; by default they
-    // are Qt's own, a test gives scripted ones.
-    frmMain(LevelModule& game, EventLoop& loop, QString commandLine, Dialogs* dialogs = nullptr);
+    explicit frmMain(EventLoop& loop);
     ~frmMain() override;
 
-    // The whole start-up, in the game's order. False when a stop message was shown and
-    // the program must end without saving anything.
-    bool Form_Load();
+    // What the window routes to; until attached its menus and keys do nothing.
+    struct Routes {
+        GameSession* Session = nullptr;
+        TolvaBoard* Board = nullptr;
+        const WindowOpener* Windows = nullptr;
+        // The window's close: the game's shutdown; false keeps the window open.
+        std::function<bool()> Close;
+    };
+    void Attach(const Routes& routes) { routes_ = routes; }
 
-    GameSession& Session() { return *session_; }
-    TolvaBoard& Board() { return *board_; }
+    // ---- the widgets the composition root hands to their owners ---------------------------
     BoardWidget& BoardView() { return *boardWidget_; }
+    IA& TestTubeAnimation() { return *TestTubeAnimation_; }
+    IA& Kedelig() { return *Kedelig_; }
+    QLabel& HiScoreDisplay() { return *hiScoreDisplay_; }
+    Ebutton& AboutButton() { return *bAbout_; }
     QMenu& GameMenu() { return *gameMenu_; }
     QMenu& OptionsMenu() { return *optionsMenu_; }
     QMenu& CheatMenuHead() { return *cheatMenu_; }
-    QString LevelSetPath() const;
+    QMenu& LevelSetMenu() { return *levelSets_; }
+
+    // The window's own pictures (background, buttons, strips, spell buttons), each load
+    // followed by its progress text on the Loading window.
+    void LoadGfx();
+    // Centres the window on the screen.
+    void SetMeHeight();
     // Asks, saves and ends the program as the window's close would.
     void ExitNow() { close(); }
 
     // ---- SessionView ---------------------------------------------------------------------
     void SetLabel(SessionLabel label, const std::string& text) override;
     void ShowSpellPanel(const SpellPanel& panel) override;
+    void ShowLoading() override;
     void ShowLoadingText(const std::string& text) override;
+    void SetLoadingTopMost(bool onTop) override;
+    void CloseLoading() override;
+    void SetTitle(const std::string& title) override;
+    void SetLevelMenuEntry(int index, const std::string& caption) override;
+    void SetSpellToolTip(int spellNo, const std::string& name) override;
+    void CopyToClipboard(const std::string& text) override;
     void ShowStandardBackground() override;
     void ShowCheatMode(bool on) override;
     void ShowAutoplayChecked(bool checked) override;
 
-    // ---- SessionServices --------------------------------------------------------------
-    void CheckIfHiScore() override;
-    void PrintHiScore(std::int16_t highlightPlace, std::int32_t highlightColor,
-                      std::int32_t highlightTextColor) override;
-    std::int16_t CheckHiscorePlace() override;
-    void PlayKedelig() override;
-    void SpeakerBeep(std::int32_t frequency, std::int32_t milliseconds) override;
-
-    // ---- LevelSetHooks --------------------------------------------------------------------
-    void SetSpellName(int spellNo, const std::string& name) override;
-    void ShowLoading() override;
-    void SetLoadingLabel(const std::string& text) override;
-    void SetSpellToolTip(int spellNo, const std::string& name) override;
-    void LoadHiscores(std::int16_t setKey) override;
-    void ClearLevelMenu() override;
-    void SetLevelMenuEntry(int index, const std::string& caption) override;
-    void SetTitle(const std::string& title) override;
-    void DoEvents() override;
-    void DefaultSetCorrupted() override;
-    void LevelRoot(const std::string& path) override;
-
-    // ---- commands ---------------------------------------------------------------------------
-    void NewGameMnu_Click();
-    void NewGameWithLevelCode_Click();
-    void mnuEndGame_Click();
-    void ShowHelp_Click();
+    // The standard background the board shows between games; the root gives it.
+    std::function<void()> StandardBackground;
+    // The Game menu is about to open: its entries follow the game's state.
     void Game_Click();
-    void lbLevelCode_Click();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -113,35 +101,20 @@ protected:
 
 private:
     void MakeControls();
+    void MakeSpellBar();
     void MakeMenus();
-    void LoadGfx();
-    bool ReadSettings();
-    void SetMeHeight();
-    void StopMessage(const QString& text);
+    void MakeOptionsMenu();
+    QAction* WindowEntry(QMenu* menu, const QString& caption, GameWindow window);
     QLabel* MakeLabel(const QString& text, int pixelSize, const QColor& colour, bool bold = true);
-    void PlaceSpellPanel();
     void LoadButtonPictures(Ebutton& button, const char* out, const char* over, const char* label);
+    void OpenGameMenu(const QPoint& at);
 
-    LevelModule& game_;
     EventLoop& loop_;
-    QString commandLine_;
-
-    std::unique_ptr<QtDialogs> qtDialogs_;
-    Dialogs* dialogs_ = nullptr;
-    std::unique_ptr<SoundPlayer> sound_;
-    std::unique_ptr<SeededRandom> rng_;
-    BoardWidget* boardWidget_ = nullptr;
-    std::unique_ptr<QtPictureStore> pictures_;
-    std::unique_ptr<GameSession> session_;
-    std::unique_ptr<TolvaBoard> board_;
+    Routes routes_;
     std::unique_ptr<Loading> loading_;
-    std::string levelSetPath_ = "levels\\default\\";
-    bool corrupted_ = false;
 
     QPixmap background_;
-    std::unique_ptr<QtPictureHolder> eBack_;
-    std::unique_ptr<QtPictureStrip> testTube_;
-    BonusScreenView* bonusScreen_ = nullptr;
+    BoardWidget* boardWidget_ = nullptr;
     QLabel* levName_ = nullptr;
     QLabel* lCheat_ = nullptr;
     IA* Kedelig_ = nullptr;
@@ -170,6 +143,7 @@ private:
     QMenu* optionsMenu_ = nullptr;
     QMenu* cheatMenu_ = nullptr;
     QMenu* levList_ = nullptr;
+    QMenu* levelSets_ = nullptr;
     std::array<QAction*, MaxLevels> mnuLevList_{};
     QAction* mnuEndGame_ = nullptr;
     QAction* NewGameWithLevelCode_ = nullptr;
@@ -177,6 +151,7 @@ private:
     QAction* ExportHiscore_ = nullptr;
     QAction* mnuAutoplay_ = nullptr;
     QAction* PCSPEAKERENABLED_ = nullptr;
+    std::vector<std::pair<QAction*, GameWindow>> windowEntries_;
 };
 
 } // namespace tolva

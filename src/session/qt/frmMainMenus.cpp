@@ -3,20 +3,15 @@
 #include "session/qt/frmMain.h"
 
 #include "board/TolvaBoard.h"
+#include "board/qt/BoardWidget.h"
 #include "controls/Ebutton.h"
 #include "controls/IA.h"
 #include "session/GameSession.h"
-#include "session/LevelCodes.h"
-#include "support/ZenkorModule.h"
-#include "support/platform/qt/QtDialogs.h"
 
-#include <QClipboard>
 #include <QCursor>
-#include <QDesktopServices>
-#include <QGuiApplication>
+#include <algorithm>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QUrl>
 #include <QWindow>
 
 namespace tolva {
@@ -48,174 +43,163 @@ std::int16_t ClassicKeyCode(const QKeyEvent& event) {
     }
 }
 
-// Entries whose windows come with later parts of the game stand in their menus with
-// their captions, greyed out.
-QAction* Later(QMenu* menu, const QString& caption) {
-    QAction* entry = menu->addAction(caption);
-    entry->setEnabled(false);
-    return entry;
-}
-
 } // namespace
 
 void frmMain::MakeMenus() {
     gameMenu_ = new QMenu("Game", this);
-    gameMenu_->addAction("New game", this, &frmMain::NewGameMnu_Click);
+    gameMenu_->addAction("New game", this, [this] {
+        if (routes_.Session) routes_.Session->NewGameMnu_Click();
+    });
     gameMenu_->addSeparator();
-    NewGameWithLevelCode_ = gameMenu_->addAction("Enter level-code...", this, &frmMain::NewGameWithLevelCode_Click);
+    NewGameWithLevelCode_ = gameMenu_->addAction("Enter level-code...", this, [this] {
+        if (routes_.Session) routes_.Session->NewGameWithLevelCode_Click();
+    });
     gameMenu_->addSeparator();
-    QMenu* levelSets = gameMenu_->addMenu("Change level-set");
-    levelSets->menuAction()->setEnabled(false);
+    levelSets_ = gameMenu_->addMenu("Change level-set");
+    levelSets_->menuAction()->setVisible(false);   // shown once a set is listed
     gameMenu_->addSeparator();
-    mnuEndGame_ = gameMenu_->addAction("End game", this, &frmMain::mnuEndGame_Click);
+    mnuEndGame_ = gameMenu_->addAction("End game", this, [this] {
+        if (routes_.Session) routes_.Session->mnuEndGame_Click();
+    });
     gameMenu_->addSeparator();
-    gameMenu_->addAction("Help...", this, &frmMain::ShowHelp_Click);
+    WindowEntry(gameMenu_, "Help...", GameWindow::Help);
     gameMenu_->addSeparator();
     gameMenu_->addAction("Exit", this, &frmMain::ExitNow);
 
     cheatMenu_ = new QMenu("CheatMenu", this);
     levList_ = cheatMenu_->addMenu("Jump to level");
     for (int i = 0; i < MaxLevels; ++i) {
-        mnuLevList_[static_cast<std::size_t>(i)] =
-            levList_->addAction("", this, [this, i] { session_->mnuLevList_Click(static_cast<std::int16_t>(i)); });
+        mnuLevList_[static_cast<std::size_t>(i)] = levList_->addAction("", this, [this, i] {
+            if (routes_.Session) routes_.Session->mnuLevList_Click(static_cast<std::int16_t>(i));
+        });
         mnuLevList_[static_cast<std::size_t>(i)]->setVisible(false);
     }
-    cheatMenu_->addAction("Play Sound...", this, [this] { session_->mnuPlaySound_Click(); });
-    mnuAutoplay_ = cheatMenu_->addAction("Autoplay (TESTMODE)", this, [this] { session_->mnuAutoplay_Click(); });
+    cheatMenu_->addAction("Play Sound...", this, [this] {
+        if (routes_.Session) routes_.Session->mnuPlaySound_Click();
+    });
+    mnuAutoplay_ = cheatMenu_->addAction("Autoplay (TESTMODE)", this, [this] {
+        if (routes_.Session) routes_.Session->mnuAutoplay_Click();
+    });
     mnuAutoplay_->setCheckable(true);
-    cheatMenu_->addAction("Give bonus", this, [this] { session_->GiveBonus_Click(); });
+    cheatMenu_->addAction("Give bonus", this, [this] {
+        if (routes_.Session) routes_.Session->GiveBonus_Click();
+    });
     cheatMenu_->addSeparator();
     PCSPEAKERENABLED_ = cheatMenu_->addAction("PC-SPEAKER ENABLED ON EVENTS");
     PCSPEAKERENABLED_->setCheckable(true);
     PCSPEAKERENABLED_->setChecked(true);
     // The game ends autoplay by itself at a game over; the check mark follows.
-    connect(cheatMenu_, &QMenu::aboutToShow, this, [this] { mnuAutoplay_->setChecked(session_->AutoplayChecked); });
-    connect(PCSPEAKERENABLED_, &QAction::triggered, this,
-            [this] { PCSPEAKERENABLED_->setChecked(session_->PCSPEAKERENABLED_Click()); });
-
-    optionsMenu_ = new QMenu("mnuOptions", this);
-    Later(optionsMenu_, "Settings...");
-    optionsMenu_->addSeparator();
-    Later(optionsMenu_, "Levels statistics...");
-    optionsMenu_->addSeparator();
-    QMenu* hiscore = optionsMenu_->addMenu("Hiscore");
-    Later(hiscore, "Show Internet hiscores");
-    hiscore->addSeparator();
-    mnuSubmitInternetHiscore_ = Later(hiscore, "Submit to Internet Hiscores");
-    hiscore->addSeparator();
-    ExportHiscore_ = Later(hiscore, "Export hiscore file...");
+    connect(cheatMenu_, &QMenu::aboutToShow, this, [this] {
+        if (routes_.Session) mnuAutoplay_->setChecked(routes_.Session->AutoplayChecked);
+    });
+    connect(PCSPEAKERENABLED_, &QAction::triggered, this, [this] {
+        if (routes_.Session) PCSPEAKERENABLED_->setChecked(routes_.Session->PCSPEAKERENABLED_Click());
+    });
+    MakeOptionsMenu();
 
     connect(bGame_, &Ebutton::MouseUp, this, [this](std::int16_t, std::int16_t, float, float) {
-        Game_Click();
-        gameMenu_->popup(QCursor::pos());
+        OpenGameMenu(QCursor::pos());
     });
     connect(bOptions_, &Ebutton::MouseUp, this, [this](std::int16_t button, std::int16_t, float, float) {
-        QMenu* menu = button == 2 && game_.CheatMode ? cheatMenu_ : optionsMenu_;
-        menu->popup(QCursor::pos());
+        const bool cheat = button == 2 && routes_.Session != nullptr && routes_.Session->CheatMode();
+        (cheat ? cheatMenu_ : optionsMenu_)->popup(QCursor::pos());
     });
+    connect(bAbout_, &Ebutton::MouseUp, this, [this](std::int16_t, std::int16_t, float, float) {
+        if (routes_.Windows) routes_.Windows->Open(GameWindow::About);
+    });
+}
+
+void frmMain::MakeOptionsMenu() {
+    optionsMenu_ = new QMenu("mnuOptions", this);
+    WindowEntry(optionsMenu_, "Settings...", GameWindow::Settings);
+    optionsMenu_->addSeparator();
+    WindowEntry(optionsMenu_, "Levels statistics...", GameWindow::Statistics);
+    optionsMenu_->addSeparator();
+    QMenu* hiscore = optionsMenu_->addMenu("Hiscore");
+    WindowEntry(hiscore, "Show Internet hiscores", GameWindow::ShowInternetHiscores);
+    hiscore->addSeparator();
+    mnuSubmitInternetHiscore_ = WindowEntry(hiscore, "Submit to Internet Hiscores", GameWindow::SubmitInternetHiscores);
+    hiscore->addSeparator();
+    ExportHiscore_ = WindowEntry(hiscore, "Export hiscore file...", GameWindow::ExportHiscore);
+    // An entry answers once its window is registered; until then it stands greyed out.
+    connect(optionsMenu_, &QMenu::aboutToShow, this, [this] {
+        for (auto& [entry, window] : windowEntries_)
+            if (entry != mnuSubmitInternetHiscore_ && entry != ExportHiscore_)
+                entry->setEnabled(routes_.Windows != nullptr && routes_.Windows->Has(window));
+    });
+}
+
+QAction* frmMain::WindowEntry(QMenu* menu, const QString& caption, GameWindow window) {
+    QAction* entry = menu->addAction(caption, this, [this, window] {
+        if (routes_.Windows) routes_.Windows->Open(window);
+    });
+    windowEntries_.emplace_back(entry, window);
+    return entry;
 }
 
 void frmMain::Game_Click() {
-    mnuEndGame_->setEnabled(session_->GameRunning);
-    NewGameWithLevelCode_->setEnabled(session_->IsDefaultSet);
+    if (routes_.Session == nullptr) return;
+    const GameMenuState state = routes_.Session->Game_Click();
+    mnuEndGame_->setEnabled(state.EndGame);
+    NewGameWithLevelCode_->setEnabled(state.LevelCode);
+    // The two hiscore entries of the Options menu follow the set chosen as of the last
+    // opening of this menu.
+    const bool registered = routes_.Windows != nullptr;
+    mnuSubmitInternetHiscore_->setEnabled(
+        state.DefaultSetOnly && registered && routes_.Windows->Has(GameWindow::SubmitInternetHiscores));
+    ExportHiscore_->setEnabled(state.DefaultSetOnly && registered && routes_.Windows->Has(GameWindow::ExportHiscore));
 }
 
-void frmMain::NewGameMnu_Click() { session_->NewGame(1); }
-
-void frmMain::NewGameWithLevelCode_Click() {
-    std::string entry;
-    for (;;) {
-        entry = dialogs_->InputBox("LEVEL-CODE:", "ENTER LEVEL-CODE", entry);
-        if (entry.empty()) return;
-        const std::int16_t found = LevelCodes::Find(entry);
-        if (found > 0) {
-            session_->NewGame(found);
-            return;
-        }
-        dialogs_->MessageBox("INVALID LEVEL-CODE!", "TOLVA II", MessageIcon::Stop, MessageButtons::Ok);
-    }
-}
-
-void frmMain::lbLevelCode_Click() {
-    if (!session_->IsDefaultSet) return;
-    const auto answer = dialogs_->MessageBox("Copy level-code to clipboard ?", "TOLVA II", MessageIcon::Question,
-                                             MessageButtons::OkCancel);
-    if (answer != MessageResult::Ok) return;
-    QClipboard* clipboard = QGuiApplication::clipboard();
-    clipboard->clear();
-    clipboard->setText(QString::fromLatin1(LevelCodes::ClipboardText(game_.CurLevelNo).c_str()));
-}
-
-void frmMain::mnuEndGame_Click() {
-    if (session_->GameRunning) {
-        const auto answer = dialogs_->MessageBox("Are you sure you want to end this game ?", "TOLVA II",
-                                                 MessageIcon::Warning, MessageButtons::OkCancel);
-        if (answer != MessageResult::Ok) return;
-    }
-    board_->SetGameOver();
-}
-
-void frmMain::ShowHelp_Click() {
-    const std::string page = AppPath() + "help\\help.htm";
-    if (!FileExists(page)) {
-        dialogs_->MessageBox("HELP FILE WAS NOT FOUND!", "TOLVA II", MessageIcon::Stop, MessageButtons::Ok);
-        return;
-    }
-    QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromLocal8Bit(NativePath(page).c_str())));
+void frmMain::OpenGameMenu(const QPoint& at) {
+    Game_Click();
+    gameMenu_->popup(at);
 }
 
 void frmMain::keyPressEvent(QKeyEvent* event) {
-    const std::int16_t code = ClassicKeyCode(*event);
-    if (code < 0) return;
-    switch (session_->Form_KeyDown(code)) {
-    case WindowCommand::Help: ShowHelp_Click(); break;
-    case WindowCommand::NewGame: NewGameMnu_Click(); break;
-    case WindowCommand::EndGame: mnuEndGame_Click(); break;
-    // The settings and statistics windows come later; their menu entries are greyed out.
-    case WindowCommand::Settings:
-    case WindowCommand::Statistics:
-    case WindowCommand::None: break;
-    }
+    // Every key reaches the game, also one that has no classic code: it breaks a key word
+    // typed half-way.
+    if (routes_.Session) routes_.Session->Form_KeyDown(ClassicKeyCode(*event));
 }
 
 // ---- the mouse on the window -------------------------------------------------------------------
+// Only a press on the window's own surface lands here: the board, the spell buttons and
+// the other controls take their presses themselves.
 
 void frmMain::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) {
-        Game_Click();
-        gameMenu_->popup(event->globalPosition().toPoint());
+        OpenGameMenu(event->globalPosition().toPoint());
         return;
     }
     if (QWindow* window = windowHandle()) window->startSystemMove();
 }
 
-void frmMain::mouseDoubleClickEvent(QMouseEvent*) { board_->DrawBoard(-1, -1, true); }
+void frmMain::mouseDoubleClickEvent(QMouseEvent*) {
+    if (routes_.Board) routes_.Board->DrawBoard(-1, -1, true);
+}
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::MouseButtonPress) {
-        if (watched == hiScoreDisplay_ || watched == levName_ || watched == Kedelig_) {
-            if (watched == Kedelig_) Kedelig_->Play(1);
-            if (QWindow* window = windowHandle()) window->startSystemMove();
-            return true;
-        }
+    const bool press = event->type() == QEvent::MouseButtonPress;
+    const bool release = event->type() == QEvent::MouseButtonRelease;
+    if (press && (watched == hiScoreDisplay_ || watched == levName_)) {
+        if (QWindow* window = windowHandle()) window->startSystemMove();
+        return true;
     }
-    if (event->type() == QEvent::MouseButtonRelease) {
-        for (std::size_t i = 0; i < sp_.size(); ++i) {
-            if (watched == sp_[i]) {
-                session_->sp_Click(static_cast<std::int16_t>(i));
-                return true;
-            }
-        }
-        if (watched == ActiveSpellPic_) {
-            session_->ActiveSpell_Click();
-            return true;
-        }
-        if (watched == lbLevelCode_) {
-            lbLevelCode_Click();
-            return true;
-        }
+    if (watched == Kedelig_ && press) {
+        // The mascot plays (its owner hears the press) and the window follows the mouse.
+        if (QWindow* window = windowHandle()) window->startSystemMove();
+        return false;
     }
-    return QWidget::eventFilter(watched, event);
+    // The spell bar, the armed spell and the level code act on the release of any button,
+    // and take the press too, so that it never reaches the window's surface.
+    const bool spellButton = std::find(sp_.begin(), sp_.end(), watched) != sp_.end();
+    if (!spellButton && watched != ActiveSpellPic_ && watched != lbLevelCode_) return QWidget::eventFilter(watched, event);
+    if (press) return true;
+    if (!release || routes_.Session == nullptr) return QWidget::eventFilter(watched, event);
+    for (std::size_t i = 0; i < sp_.size(); ++i)
+        if (watched == sp_[i]) routes_.Session->sp_Click(static_cast<std::int16_t>(i));
+    if (watched == ActiveSpellPic_) routes_.Session->ActiveSpell_Click();
+    if (watched == lbLevelCode_) routes_.Session->lbLevelCode_Click();
+    return true;
 }
 
 } // namespace tolva

@@ -9,7 +9,7 @@
 #include "support/platform/EventLoop.h"
 #include "support/platform/PictureStore.h"
 #include "support/platform/Random.h"
-#include "support/platform/SoundPlayer.h"
+#include "audio/SoundEffects.h"
 
 namespace tolva {
 
@@ -17,7 +17,7 @@ struct BoardPlatform {
     EventLoop& Loop;
     BoardSurface& Surface;
     PictureStore& Pictures;
-    SoundPlayer& Sound;
+    SoundEffects& Sound;
     Dialogs& Dialog;
     Random& Rng;
 };

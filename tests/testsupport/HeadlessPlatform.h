@@ -1,13 +1,13 @@
 #pragma once
-// The whole headless platform in one object: a virtual-clock event loop, a recording
-// surface of 500 x 500 units, the bitmap-reading picture store, a recording sound player,
-// scripted dialogs and seeded random numbers. Platform() bundles them for a board.
+// The whole headless platform of a test in one object: a virtual-clock event loop, a
+// recording surface of 500 x 500 units, the bitmap-reading picture store, recording sound
+// effects, scripted dialogs and seeded random numbers. Platform() bundles them for a board.
 #include "support/platform/BoardPlatform.h"
 #include "support/platform/HeadlessEventLoop.h"
 #include "support/platform/HeadlessPictureStore.h"
-#include "support/platform/RecordingSoundPlayer.h"
-#include "support/platform/RecordingSurface.h"
-#include "support/platform/ScriptedDialogs.h"
+#include "testsupport/RecordingSoundEffects.h"
+#include "testsupport/RecordingSurface.h"
+#include "testsupport/ScriptedDialogs.h"
 #include "support/platform/SeededRandom.h"
 
 namespace tolva {
@@ -23,7 +23,7 @@ public:
     HeadlessEventLoop Loop;
     RecordingSurface Surface;
     HeadlessPictureStore Pictures;
-    RecordingSoundPlayer Sound;
+    RecordingSoundEffects Sound;
     ScriptedDialogs Dialog;
     SeededRandom Rng;
 };

@@ -1,4 +1,4 @@
-#include "support/platform/ScriptedDialogs.h"
+#include "testsupport/ScriptedDialogs.h"
 
 namespace tolva {
 

@@ -1,7 +1,8 @@
 #pragma once
-// LevelModule: the level table and the public game variables that the board and the
-// session window share. One object, handed to both by reference, so that a test can
-// make a fresh one instead of resetting globals.
+// LevelModule: the level table and the state of play that the board and the session share.
+// One object, handed to both by reference, so that a test can make a fresh one instead of
+// resetting globals. The player's settings are not here: they have one owner,
+// GameSettings (settings/), which every part reads from.
 #include <array>
 #include <cstdint>
 #include <string>
@@ -50,25 +51,16 @@ struct LevelRecord {
 };
 
 struct LevelModule {
-    std::string HiscoreUrl;
-    bool SubmitHiscore = false;
-    std::int16_t ShowBonusCounter = 1;
-    bool SpellRunning = false;
-    std::int16_t HuntDelaySetting = 0;
-    std::string EnteredInitials;
-    std::string DefaultMusicFile;
-    std::int16_t PlaySounds = 1;
-    std::int16_t PlayMusic = 1;
+    // The spell armed for the next click, -1 for none.
     std::int16_t ActiveSpell = NoSpell;
+    // A spell click is being carried out: the spell buttons do not answer.
+    bool SpellRunning = false;
+    // No spell effect is running (the idle mascot keeps quiet meanwhile).
+    bool NoSpellBusy = true;
     bool CheatMode = false;
+    // The multiplier of the level bonus earned so far in this level, 0 to 9.
     std::int16_t BonusTimes = 0;
-    bool MakeStat = true;
-    bool SupplyStatFile = true;
-    bool DrawUsingBackBuffer = true;
-    bool PlayAnimations = true;
-    std::string ExtMusicFile;
-    bool UseExternalMusicFile = false;
-    std::string ExtMusicPath;
+    // The level in play, 1 to 100.
     std::int16_t CurLevelNo = 1;
     std::array<LevelRecord, MaxLevels> Levels;
 };

@@ -1,7 +1,7 @@
-#include "support/platform/qt/QtPictureStore.h"
+#include "board/qt/QtPictureStore.h"
 
 #include "support/platform/qt/QtPictureHolder.h"
-#include "support/platform/qt/QtPictureStrip.h"
+#include "board/qt/QtPictureStrip.h"
 
 namespace tolva {
 

@@ -1,4 +1,4 @@
-#include "support/platform/RecordingSurface.h"
+#include "testsupport/RecordingSurface.h"
 
 namespace tolva {
 

@@ -15,6 +15,8 @@ namespace tolva {
 class QtPictureStrip final : public PictureStrip {
 public:
     QtPictureStrip(std::string name, EventLoop& loop, QWidget* host);
+    // A strip over an IA control that stands on a window already (the test tube's).
+    QtPictureStrip(std::string name, IA* control);
     ~QtPictureStrip() override;
     QtPictureStrip(const QtPictureStrip&) = delete;
     QtPictureStrip& operator=(const QtPictureStrip&) = delete;

@@ -1,4 +1,4 @@
-#include "support/platform/qt/QtPictureStrip.h"
+#include "board/qt/QtPictureStrip.h"
 
 #include "controls/IA.h"
 #include "support/platform/qt/PixelRect.h"
@@ -9,6 +9,12 @@ QtPictureStrip::QtPictureStrip(std::string name, EventLoop& loop, QWidget* host)
     : name_(std::move(name)), control_(new IA(loop, host)) {
     control_->setObjectName(QString::fromStdString(name_));
     control_->hide();
+    QObject::connect(control_.data(), &IA::Finish, control_.data(), [this] {
+        if (OnFinish) OnFinish();
+    });
+}
+
+QtPictureStrip::QtPictureStrip(std::string name, IA* control) : name_(std::move(name)), control_(control) {
     QObject::connect(control_.data(), &IA::Finish, control_.data(), [this] {
         if (OnFinish) OnFinish();
     });
