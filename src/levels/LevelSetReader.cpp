@@ -14,7 +14,7 @@ namespace tolva {
 // nothing: the caller's line keeps what it held.
 class LevelSetLineSource {
 public:
-    explicit LevelSetLineSource(std::istream* file) : file(file) {}
+    explicit LevelSetLineSource(std::istream* source) : file(source) {}
 
     bool HasLines() {
         Fill();
@@ -86,7 +86,7 @@ std::string AfterEquals(const std::string& line) {
 } // namespace
 
 
-LevelSetReader::LevelSetReader(LevelModule& game, LevelSetHooks* hooks) : game(game), hooks(hooks) {}
+LevelSetReader::LevelSetReader(LevelModule& table, LevelSetHooks* loadHooks) : game(table), hooks(loadHooks) {}
 
 bool LevelSetReader::IsDefault(const std::string& levelSetPath) {
     const std::string path = Lower(levelSetPath);

@@ -11,7 +11,7 @@ constexpr int NoId = -1;
 // The uncoloured board: each cell holds the id of the cell it started in (x * 40 + y).
 class IdBoard {
 public:
-    IdBoard(int side, const Mask& mask) : side(side) {
+    IdBoard(int boardSide, const Mask& mask) : side(boardSide) {
         ids.fill(NoId);
         for (int x = 0; x < side; ++x)
             for (int y = 0; y < side; ++y)
