@@ -1,0 +1,130 @@
+// tolva2-cli hiscore, run as a user runs it: the built tool, files and shell redirection.
+#include "CliRunner.h"
+#include "hiscores/Hiscores.h"
+#include "support/TempFolder.h"
+#include "support/ZenkorModule.h"
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+using tolva::Hiscores;
+using tolva::testing::Quote;
+using tolva::testing::TempFolder;
+
+namespace {
+
+struct ToolRun {
+    int status = -1;
+    std::string out;
+    std::string err;
+};
+
+// The tool with `arguments` (shell words), `input` on standard input; `out` may name
+// where standard output goes instead of a file of the test.
+ToolRun Hiscore(const TempFolder& dir, const std::string& arguments, const std::string& input = "",
+            const std::string& out = "") {
+    dir.Write("stdin", input);
+    const std::string target = out.empty() ? Quote(dir / "stdout") : out;
+    const std::string command = std::string(TOLVA_CLI) + " hiscore " + arguments + " <" + Quote(dir / "stdin") +
+                                " >" + target + " 2>" + Quote(dir / "stderr");
+    const int status = std::system(command.c_str());
+    ToolRun run;
+    run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    run.out = out.empty() ? dir.Read("stdout") : "";
+    run.err = dir.Read("stderr");
+    return run;
+}
+
+} // namespace
+
+TEST(CliHiscore, ShowReadsWhatWriteWrites) {
+    TempFolder dir;
+    const std::string file = Quote(dir / "hiscore.hi");
+    const ToolRun none = Hiscore(dir, "show " + file);
+    EXPECT_EQ(none.status, 0);
+    EXPECT_EQ(none.out.substr(0, 10), "1\t...\t0\t0\n");
+    EXPECT_EQ(none.out.substr(none.out.size() - 15), "checksum: none\n");
+
+    const std::string input = "ZEN,41,1234567\nA,B\xC9,3,99.5\r\n\n\"<i>,1,7\n";
+    ASSERT_EQ(Hiscore(dir, "write " + file, input).status, 0);
+    const ToolRun shown = Hiscore(dir, "show " + file);
+    EXPECT_EQ(shown.status, 0);
+    std::string expected = "1\tZEN\t41\t1234567\n2\tA,B\xC9\t3\t99.5\n3\t\"<i>\t1\t7\n";
+    for (int place = 4; place <= 10; ++place) expected += std::to_string(place) + "\t...\t0\t0\n";
+    EXPECT_EQ(shown.out, expected + "checksum: ok\n");
+
+    // What the tool writes is what the game writes.
+    Hiscores table;
+    ASSERT_EQ(table.Load(dir / "hiscore.hi", tolva::DefaultSetKey), tolva::HiscoreLoad::Loaded);
+    EXPECT_EQ(table[1].Name, "A,B\xC9");
+    ASSERT_TRUE(table.SaveScore(dir / "game.hi", tolva::DefaultSetKey));
+    EXPECT_EQ(dir.Read("game.hi"), dir.Read("hiscore.hi"));
+
+    // The other key: a file of its own, and no table under the wrong key.
+    ASSERT_EQ(Hiscore(dir, "write --key other " + Quote(dir / "other.hi"), input).status, 0);
+    EXPECT_NE(dir.Read("other.hi"), dir.Read("hiscore.hi"));
+    EXPECT_EQ(Hiscore(dir, "show " + Quote(dir / "other.hi") + " --key other").out, expected + "checksum: ok\n");
+    EXPECT_NE(Hiscore(dir, "show " + Quote(dir / "other.hi")).out.find("checksum: none"), std::string::npos);
+    ASSERT_EQ(Hiscore(dir, "write " + Quote(dir / "n.hi") + " --key 86", input).status, 0);
+    EXPECT_EQ(dir.Read("n.hi"), dir.Read("other.hi"));
+
+    // A changed byte: the entries as stored, and the verdict the game would give.
+    std::string bytes = dir.Read("hiscore.hi");
+    const std::string score = tolva::EncryptNumber("1234567", tolva::DefaultSetKey);
+    bytes.replace(bytes.find(score), score.size(), tolva::EncryptNumber("1234568", tolva::DefaultSetKey));
+    dir.Write("hiscore.hi", bytes);
+    const ToolRun bad = Hiscore(dir, "show " + file);
+    EXPECT_EQ(bad.out.substr(0, 16), "1\tZEN\t41\t1234568");
+    EXPECT_EQ(bad.out.substr(bad.out.size() - 14), "checksum: bad\n");
+}
+
+TEST(CliHiscore, StringIsTheGamesInternetForm) {
+    TempFolder dir;
+    ASSERT_EQ(Hiscore(dir, "write " + Quote(dir / "t.hi") + " --key other", "ABC,5,1234\n").status, 0);
+    const ToolRun run = Hiscore(dir, "string --key other " + Quote(dir / "t.hi"));
+    EXPECT_EQ(run.status, 0);
+    Hiscores table;
+    table.Load(dir / "t.hi", tolva::OtherSetKey);
+    EXPECT_EQ(run.out, table.MakeHiscoreString(tolva::OtherSetKey));  // no line end
+    const auto parsed = tolva::ParseHiscoreString(run.out, tolva::OtherSetKey);
+    ASSERT_TRUE(parsed.Ok());
+    EXPECT_EQ(parsed.Entries[0].Name, "ABC");
+}
+
+TEST(CliHiscore, BadArgumentsAndFailedWrites) {
+    TempFolder dir;
+    const std::string file = Quote(dir / "t.hi");
+    ASSERT_EQ(Hiscore(dir, "write " + file, "A,1,10\n").status, 0);
+    const std::string good = dir.Read("t.hi");
+
+    for (const std::string& args : std::vector<std::string>{"", "list " + file, "show", "show " + file + " --key", "show " + file + " --key 99999",
+                                   "show " + file + " --key 7x", "show " + file + " --sort", "show a b"}) {
+        const ToolRun run = Hiscore(dir, args);
+        EXPECT_EQ(run.status, 2) << args;
+        EXPECT_EQ(run.out, "") << args;
+        EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << args;
+    }
+    std::string eleven;
+    for (int i = 0; i < 11; ++i) eleven += "A,1,1\n";
+    for (const std::string& input : std::vector<std::string>{"A,1\n", "A,x,5\n", "A,1,5y\n", "A,40000,5\n", "A,1,\n", eleven}) {
+        const ToolRun run = Hiscore(dir, "write " + file, input);
+        EXPECT_EQ(run.status, 2) << input;
+        EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << input;
+        EXPECT_EQ(dir.Read("t.hi"), good) << input;
+    }
+
+    const ToolRun missing = Hiscore(dir, "write " + Quote(dir / "no/t.hi"), "A,1,10\n");
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_EQ(std::count(missing.err.begin(), missing.err.end(), '\n'), 1);
+
+    for (const char* sub : {"show", "string"}) {
+        const ToolRun full = Hiscore(dir, std::string(sub) + " " + file, "", "/dev/full");
+        EXPECT_EQ(full.status, 1) << sub;
+        EXPECT_EQ(std::count(full.err.begin(), full.err.end(), '\n'), 1) << sub;
+    }
+}
