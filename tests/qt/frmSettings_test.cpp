@@ -1,0 +1,319 @@
+// The settings window: what it shows on opening, what acts at once, what is written back
+// at closing, the music list and its folder, the play button, and the window's own ways.
+#include "controls/Ebutton.h"
+#include "controls/Scroller.h"
+#include "settings/qt/frmSettings.h"
+#include "support/TempFolder.h"
+#include "support/ZenkorModule.h"
+#include "support/platform/HeadlessEventLoop.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QImage>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+using namespace tolva;
+using tolva::testing::TempFolder;
+using Calls = std::vector<std::string>;
+
+namespace {
+
+void SavePicture(const std::string& path, int w, int h, QRgb colour) {
+    QImage picture(w, h, QImage::Format_RGB32);
+    picture.fill(colour);
+    ASSERT_TRUE(picture.save(QString::fromStdString(path), "BMP")) << path;
+}
+
+// A game folder with the window's background and the close button's two pictures.
+struct GameFolder {
+    TempFolder dir;
+    explicit GameFolder(bool withBackground = true) {
+        ::mkdir((dir / "data").c_str(), 0755);
+        if (withBackground) SavePicture(dir / "data/10.bmp", frmSettings::FormWidth, frmSettings::FormHeight, qRgb(40, 80, 160));
+        SavePicture(dir / "data/18.bmp", 78, 21, qRgb(200, 0, 0));
+        SavePicture(dir / "data/19.bmp", 78, 21, qRgb(0, 200, 0));
+        SetAppPath(dir.Path());
+    }
+};
+
+// A window over a board at (100, 50, 750, 561), its callbacks written down.
+struct Window {
+    HeadlessEventLoop Loop;
+    GameSettings Settings;
+    Calls Seen;
+    std::unique_ptr<frmSettings> Form;
+
+    explicit Window(const GameSettings& settings = GameSettings()) : Settings(settings) {
+        frmSettings::Callbacks callbacks;
+        callbacks.applyToBoard = [this] { Seen.push_back("apply"); };
+        callbacks.startMusic = [this] { Seen.push_back("start"); };
+        callbacks.stopMusicUnlessStopped = [this] { Seen.push_back("stop"); };
+        Form = std::make_unique<frmSettings>(Settings, Loop, callbacks, QRect(100, 50, 750, 561));
+        Form->show();
+        Seen.clear();
+    }
+    long Count(const std::string& call) const { return std::count(Seen.begin(), Seen.end(), call); }
+    void Close() { Form->Ebutton1()->FakeMouseUp(); }
+};
+
+void Key(QWidget* w, int key) {
+    QKeyEvent event(QEvent::KeyPress, key, Qt::KeypadModifier);
+    QApplication::sendEvent(w, &event);
+}
+
+void Mouse(QWidget* w, QEvent::Type type, QPoint at, QPoint global, Qt::MouseButtons held) {
+    QMouseEvent event(type, at, global, type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, held, Qt::NoModifier);
+    QApplication::sendEvent(w, &event);
+}
+
+QStringList Entries(const QComboBox& combo) {
+    QStringList entries;
+    for (int i = 0; i < combo.count(); ++i) entries << combo.itemText(i);
+    return entries;
+}
+
+} // namespace
+
+TEST(frmSettings, OpensCentredOnItsPicturesWithTheControlsOfTheSettings) {
+    GameFolder game;
+    GameSettings s;
+    s.PlaySounds = 2;
+    s.PlayMusic = 0;
+    s.MakeStat = false;
+    s.PlayAnimations = false;
+    s.UseExternalMusicFile = true;
+    s.UpdateDelay = 350;
+    s.HuntDelay = 30;
+    Window w(s);
+    frmSettings& f = *w.Form;
+
+    EXPECT_EQ(f.pos(), QPoint(100 + 375 - 230, 50 + 280 - 210));
+    EXPECT_TRUE(f.windowFlags().testFlag(Qt::FramelessWindowHint));
+    EXPECT_TRUE(f.isModal());
+    EXPECT_EQ(f.grab().toImage().pixel(4, 4) | 0xFF000000u, qRgb(40, 80, 160));
+    EXPECT_EQ(f.Ebutton1()->size(), QSize(78, 21));
+    EXPECT_EQ(QColor(f.Ebutton1()->OverPicture().Image().pixel(3, 3)), QColor(0, 200, 0));
+
+    EXPECT_EQ(f.Scroller1()->Min(), 1);
+    EXPECT_EQ(f.Scroller1()->Max(), 1000);
+    EXPECT_EQ(f.Scroller1()->Value(), 350);
+    EXPECT_EQ(f.Label1()->text(), "(350) ms");
+    EXPECT_EQ(f.Timer1().Interval(), 350);
+    EXPECT_TRUE(f.Timer1().Enabled());
+    EXPECT_EQ(f.Scroller2()->Max(), 100);
+    EXPECT_EQ(f.Label2()->text(), "(30) ms");
+    const bool expected[9] = {true, true, false, false, true, true, true, false, true};
+    for (int i = 1; i <= 9; ++i) EXPECT_EQ(f.Check(i)->isChecked(), expected[i - 1]) << "Check" << i;
+    EXPECT_EQ(f.Check(0), nullptr);
+    EXPECT_EQ(f.Check(10), nullptr);
+
+    EXPECT_EQ(f.Check(1)->text(), "Action delay");
+    EXPECT_EQ(f.Check(5)->toolTip(), "Shows the bonus counter between levels");
+    EXPECT_EQ(f.Check(7)->toolTip(), "draw the bricks faster");
+    EXPECT_EQ(f.Check(9)->text(), "Use ext music-file:");
+    EXPECT_EQ(f.Command1()->text(), "...");
+    EXPECT_EQ(f.Command1()->toolTip(), "Choose directory with files");
+    QStringList frames;
+    for (QGroupBox* box : f.findChildren<QGroupBox*>()) frames << box->title();
+    frames.sort();
+    EXPECT_EQ(frames, (QStringList{"", "Delay", "Game", "Game Statistics", "Hunt Delay"}));
+    // Opening it changes nothing by itself.
+    EXPECT_EQ(w.Settings.PlaySounds, 2);
+    EXPECT_EQ(w.Settings.UpdateDelay, 350);
+
+    // A delay beyond the slider's range is mended by it, and the mended value is taken.
+    GameSettings slow;
+    slow.UpdateDelay = 70000;
+    slow.HuntDelay = 500;
+    Window w2(slow);
+    EXPECT_EQ(w2.Settings.UpdateDelay, 1000);
+    EXPECT_EQ(w2.Settings.HuntDelay, 100);
+
+    // Without data\10.bmp the window has no picture, and still opens.
+    GameFolder bare(false);
+    Window w3;
+    EXPECT_NE(w3.Form->grab().toImage().pixel(4, 4) | 0xFF000000u, qRgb(40, 80, 160));
+}
+
+TEST(frmSettings, TheActionDelayActsAtOnceAndPacesTheBlinkingSample) {
+    GameFolder game;
+    Window w;
+    frmSettings& f = *w.Form;
+    const QColor face = QApplication::palette().color(QPalette::Button);
+
+    Key(f.Scroller1(), Qt::Key_Plus);   // the knob moves half its length and one pixel
+    EXPECT_GT(w.Settings.UpdateDelay, 200);
+    EXPECT_EQ(f.Label1()->text(), QString("(%1) ms").arg(w.Settings.UpdateDelay));
+    EXPECT_GE(w.Count("apply"), 1);
+    // Dragged to the near end, the slider reads 2: its lowest value by the mouse.
+    QWidget* knob = f.Scroller1()->Knob();
+    Mouse(knob, QEvent::MouseButtonPress, {5, 5}, knob->mapToGlobal(QPoint(5, 5)), Qt::LeftButton);
+    Mouse(knob, QEvent::MouseMove, {-300, 5}, knob->mapToGlobal(QPoint(-300, 5)), Qt::LeftButton);
+    Mouse(knob, QEvent::MouseButtonRelease, {-300, 5}, knob->mapToGlobal(QPoint(-300, 5)), Qt::NoButton);
+    EXPECT_EQ(w.Settings.UpdateDelay, 2);
+    EXPECT_EQ(f.Label1()->text(), "(2) ms");
+
+    // The sample blinks red at the pace of the delay while Check1 is on.
+    f.Scroller1()->SetValue(100);
+    EXPECT_EQ(w.Settings.UpdateDelay, 100);
+    w.Seen.clear();
+    w.Loop.Advance(100);
+    EXPECT_EQ(f.SampleColor(), QColor(255, 0, 0));
+    EXPECT_EQ(f.Picture1()->grab().toImage().pixel(3, 3) | 0xFF000000u, qRgb(255, 0, 0));
+    w.Loop.Advance(99);
+    EXPECT_EQ(f.SampleColor(), QColor(255, 0, 0));
+    w.Loop.Advance(1);
+    EXPECT_EQ(f.SampleColor(), face);
+    // Check1 off: AniDraw at once, and the sample stays the button face.
+    f.Check(1)->click();
+    EXPECT_FALSE(w.Settings.AniDraw);
+    EXPECT_EQ(w.Seen, Calls{"apply"});
+    w.Loop.Advance(300);
+    EXPECT_EQ(f.SampleColor(), face);
+
+    // The hunt delay is taken at once but reaches the board only at closing.
+    w.Seen.clear();
+    Key(f.Scroller2(), Qt::Key_Plus);
+    EXPECT_GT(w.Settings.HuntDelay, 0);
+    EXPECT_EQ(f.Label2()->text(), QString("(%1) ms").arg(w.Settings.HuntDelay));
+    EXPECT_TRUE(w.Seen.empty());
+    w.Close();
+    EXPECT_EQ(w.Seen.front(), "apply");
+    // Closed, the sample no longer blinks.
+    EXPECT_FALSE(f.Timer1().Enabled());
+}
+
+TEST(frmSettings, ClosingWritesTheCheckBoxesBackAndStartsOrStopsTheMusic) {
+    GameFolder game;
+    GameSettings s;
+    s.PlaySounds = 2;   // a number the file allows; the window writes 0 or 1
+    Window w(s);
+    frmSettings& f = *w.Form;
+    f.Check(4)->click();   // makestat off
+    f.Check(3)->click();   // music off
+    f.Check(8)->click();
+    f.Check(9)->click();   // at once
+    EXPECT_TRUE(w.Settings.UseExternalMusicFile);
+    EXPECT_TRUE(w.Settings.MakeStat);        // only at closing
+    EXPECT_EQ(w.Settings.PlayMusic, 1);
+    w.Seen.clear();
+    w.Close();
+    EXPECT_FALSE(f.isVisible());
+    EXPECT_FALSE(w.Settings.MakeStat);
+    EXPECT_EQ(w.Settings.PlayMusic, 0);
+    EXPECT_EQ(w.Settings.PlaySounds, 1);
+    EXPECT_EQ(w.Settings.ShowBonusCounter, 1);
+    EXPECT_FALSE(w.Settings.PlayAnimations);
+    EXPECT_TRUE(w.Settings.SupplyStatFile);
+    EXPECT_TRUE(w.Settings.DrawUsingBackBuffer);
+    EXPECT_EQ(w.Seen, (Calls{"apply", "stop"}));   // music off: stopped, once
+    EXPECT_EQ(w.Count("stop"), 1);
+
+    // With the music on, closing starts it (from the beginning); Escape closes the same way.
+    Window on;
+    on.Seen.clear();
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QApplication::sendEvent(on.Form.get(), &escape);
+    EXPECT_FALSE(on.Form->isVisible());
+    EXPECT_EQ(on.Seen, (Calls{"apply", "start"}));
+}
+
+TEST(frmSettings, AddFilesListsTheMusicOfTheFolderAndSelectsTheChosenFile) {
+    GameFolder game;
+    TempFolder music;
+    for (const char* name : {"b.MOD", "a.xm", "Song.S3M", "clip.wav", "notes.txt", "c.it.bak"}) music.Write(name, "x");
+    ::mkdir((music / "dir.mod").c_str(), 0755);
+    TempFolder empty;
+    empty.Write("readme.txt", "x");
+
+    // No folder set: nothing is listed.
+    Window none;
+    EXPECT_EQ(none.Form->Combo1()->count(), 0);
+
+    // ExtMusicFile matched without regard to case; the entry's own name is taken.
+    GameSettings s;
+    s.ExtMusicPath = music.Path() + "\\";
+    s.ExtMusicFile = "B.mod";
+    Window w(s);
+    frmSettings& f = *w.Form;
+    EXPECT_EQ(Entries(*f.Combo1()), (QStringList{"a.xm", "b.MOD", "clip.wav", "Song.S3M"}));
+    EXPECT_EQ(f.Combo1()->currentIndex(), 1);
+    EXPECT_EQ(w.Settings.ExtMusicFile, "b.MOD");
+
+    // ExtMusicFile not among them: the first is selected and becomes the ExtMusicFile.
+    w.Settings.ExtMusicFile = "gone.mod";
+    w.Seen.clear();
+    f.AddFiles();
+    EXPECT_EQ(f.Combo1()->currentIndex(), 0);
+    EXPECT_EQ(w.Settings.ExtMusicFile, "a.xm");
+    EXPECT_EQ(w.Seen, Calls{"apply"});
+    // Choosing an entry makes it the ExtMusicFile at once.
+    f.Combo1()->setCurrentIndex(3);
+    EXPECT_EQ(w.Settings.ExtMusicFile, "Song.S3M");
+
+    // A folder with no music files leaves the list as it was.
+    std::vector<std::string> titles;
+    f.SetFolderPicker([&](const std::string& title, const std::string&) {
+        titles.push_back(title);
+        return empty.Path();
+    });
+    f.Command1()->click();
+    EXPECT_EQ(titles, std::vector<std::string>{"Modfile-directory:"});
+    EXPECT_EQ(w.Settings.ExtMusicPath, empty.Path() + "\\");
+    EXPECT_EQ(Entries(*f.Combo1()).size(), 4);
+    EXPECT_EQ(w.Settings.ExtMusicFile, "Song.S3M");
+
+    // Back to the music folder; a folder chosen with its backslash keeps just the one.
+    f.SetFolderPicker([&](const std::string&, const std::string&) { return music.Path() + "\\"; });
+    f.Command1()->click();
+    EXPECT_EQ(w.Settings.ExtMusicPath, music.Path() + "\\");
+    EXPECT_EQ(f.Combo1()->currentIndex(), 3);
+    // Nothing chosen: nothing changes.
+    w.Seen.clear();
+    f.SetFolderPicker([](const std::string&, const std::string&) { return std::string(); });
+    f.Command1()->click();
+    EXPECT_EQ(w.Settings.ExtMusicPath, music.Path() + "\\");
+    EXPECT_TRUE(w.Seen.empty());
+}
+
+TEST(frmSettings, ThePlayButtonRestartsTheMusicOnlyForAFileThatExists) {
+    GameFolder game;
+    TempFolder music;
+    music.Write("tune.mod", "x");
+    music.Write("other.xm", "x");
+    GameSettings s;
+    s.ExtMusicPath = music.Path() + "\\";
+    s.ExtMusicFile = "tune.mod";
+    Window w(s);
+    w.Form->Command2()->click();
+    EXPECT_EQ(w.Seen, (Calls{"stop", "start"}));
+    w.Seen.clear();
+    std::remove((music / "tune.mod").c_str());
+    w.Form->Command2()->click();
+    EXPECT_TRUE(w.Seen.empty());
+}
+
+TEST(frmSettings, IsDraggedByItsSurface) {
+    GameFolder game;
+    Window w;
+    frmSettings& f = *w.Form;
+    const QPoint start = f.pos();
+    Mouse(&f, QEvent::MouseButtonPress, {8, 8}, start + QPoint(8, 8), Qt::LeftButton);
+    Mouse(&f, QEvent::MouseMove, {38, 28}, start + QPoint(38, 28), Qt::LeftButton);
+    Mouse(&f, QEvent::MouseButtonRelease, {38, 28}, start + QPoint(38, 28), Qt::NoButton);
+    EXPECT_EQ(f.pos(), start + QPoint(30, 20));
+    Mouse(&f, QEvent::MouseMove, {60, 60}, start + QPoint(90, 80), Qt::NoButton);
+    EXPECT_EQ(f.pos(), start + QPoint(30, 20));
+}
