@@ -57,9 +57,9 @@ void StatLog::WriteStat(std::int16_t level, bool isGameOver, bool isDefaultSet, 
     tally.LevelClicks = 0;
 }
 
-std::int16_t StatLog::ClickTarget(std::int16_t level) const {
+std::optional<std::int16_t> StatLog::ClickTarget(std::int16_t level) const {
     const std::string text = ReadIni(file_, "LEVEL" + NumberText(level), "minclicks");
-    if (text.empty()) return -1;
+    if (text.empty()) return std::nullopt;
     return CInt(Val(text));
 }
 

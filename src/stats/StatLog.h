@@ -5,6 +5,7 @@
 // every value is read with the numeric reading and checked against the 16-bit range.
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace tolva {
@@ -25,8 +26,9 @@ public:
     // and leaves the counters as they are; otherwise the counters are cleared.
     void WriteStat(std::int16_t level, bool isGameOver, bool isDefaultSet, LevelTally& tally) const;
 
-    // The click target of a level: its "minclicks", or -1 when there is none.
-    std::int16_t ClickTarget(std::int16_t level) const;
+    // The click target of a level: its "minclicks" as it reads, or nothing when the key
+    // is missing or empty. A hand-edited negative number is a target like any other.
+    std::optional<std::int16_t> ClickTarget(std::int16_t level) const;
 
     const std::string& File() const { return file_; }
 

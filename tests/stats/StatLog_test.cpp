@@ -42,7 +42,7 @@ TEST(StatLog, FinishedRunsKeepTheBestAndWorstAndCountPlays) {
     EXPECT_EQ(ReadIni(log.File(), "LEVEL7", "SPELL1_min"), "2");
     EXPECT_EQ(ReadIni(log.File(), "LEVEL7", "SPELL1_max"), "5");
     EXPECT_EQ(log.ClickTarget(7), 9);
-    EXPECT_EQ(log.ClickTarget(8), -1);
+    EXPECT_EQ(log.ClickTarget(8), std::nullopt);
 
     // A run of no clicks writes a minimum of 0, which the next run then overwrites.
     run = Tally(0);
@@ -91,4 +91,30 @@ TEST(StatLog, OtherSetsLogNothingAndDamagedValuesStopTheLog) {
     // Words where numbers belong read as 0.
     dir.Write("stat.ini", "[LEVEL5]\r\nminclicks=lots\r\n");
     EXPECT_EQ(log.ClickTarget(5), 0);
+}
+
+TEST(StatLog, TheFirstAndLastSpellAndTheCapOfTheCounters) {
+    TempFolder dir;
+    const StatLog log(dir / "stat.ini");
+    LevelTally run = Tally(4, {2, 0, 0, 0, 0, 3});
+    log.WriteStat(3, false, true, run);
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL3", "SPELL0_min"), "2");
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL3", "SPELL0_max"), "2");
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL3", "SPELL5_min"), "3");
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL3", "SPELL5_max"), "3");
+
+    // GAMEOVER stops at 32767: the log ends there, PLAYED is not counted and the
+    // counters of the level are left as they are.
+    tolva::WriteIni(log.File(), "LEVEL4", "GAMEOVER", "32767");
+    tolva::WriteIni(log.File(), "LEVEL4", "PLAYED", "40");
+    LevelTally lost = Tally(6);
+    log.WriteStat(4, true, true, lost);
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL4", "gameover"), "32767");
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL4", "played"), "40");
+    EXPECT_EQ(lost.LevelClicks, 6);
+    tolva::WriteIni(log.File(), "LEVEL4", "GAMEOVER", "32766");
+    log.WriteStat(4, true, true, lost);
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL4", "gameover"), "32767");
+    EXPECT_EQ(ReadIni(log.File(), "LEVEL4", "played"), "41");
+    EXPECT_EQ(lost.LevelClicks, 0);
 }
