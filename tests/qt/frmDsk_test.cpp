@@ -1,0 +1,140 @@
+// The falling desktop on the virtual clock: two seconds still, then the fall with its
+// speed, the end below the screen, a click that ends it at once, and the picture it shows.
+#include "WidgetTestKit.h"
+#include "about/qt/frmDsk.h"
+#include "support/platform/HeadlessEventLoop.h"
+
+#include <QGuiApplication>
+#include <QTest>
+#include <gtest/gtest.h>
+
+using namespace tolva;
+using tolva::testing::Rgb;
+using tolva::testing::ShownAt;
+
+namespace {
+
+constexpr QRgb DesktopColour = 0xFF3A6EA5;
+
+QPixmap SolidPixmap(const QRect& area) {
+    QPixmap picture(area.size());
+    picture.fill(QColor(DesktopColour));
+    return picture;
+}
+
+struct FallingDesktop {
+    HeadlessEventLoop Loop;
+    std::vector<QRect> Grabbed;
+    int Finished = 0;
+    bool ShownBehindWhileCovering = false;
+    frmDsk Form;
+
+    explicit FallingDesktop(const QRect& frame, bool screenGivesNothing = false)
+        : Form(Loop, frame, nullptr, [this, screenGivesNothing](const QRect& area) {
+              Grabbed.push_back(area);
+              return screenGivesNothing ? QPixmap() : SolidPixmap(area);
+          }) {
+        QObject::connect(&Form, &frmDsk::Finished, [this] { ++Finished; });
+        Form.Form_Load([this] { ShownBehindWhileCovering = Form.isVisible(); });
+    }
+    // Virtual milliseconds from the start of the fall until the window went.
+    std::int64_t FallTime() {
+        Loop.Advance(frmDsk::CoverMs);
+        const std::int64_t start = Loop.NowMs();
+        Loop.WaitUntil([this] { return Form.Gone(); });
+        return Loop.NowMs() - start;
+    }
+};
+
+} // namespace
+
+TEST(frmDsk, CoversTheFrameWithWhatTheScreenShowedForTwoSecondsThenFalls) {
+    FallingDesktop d(QRect(40, 30, 300, 200));
+    EXPECT_EQ(d.Grabbed, (std::vector<QRect>{QRect(40, 30, 300, 200)}));
+    EXPECT_TRUE(d.ShownBehindWhileCovering);
+    EXPECT_EQ(d.Form.geometry(), QRect(40, 30, 300, 200));
+    EXPECT_TRUE(d.Form.windowFlags() & Qt::FramelessWindowHint);
+    EXPECT_TRUE(d.Form.windowFlags() & Qt::WindowStaysOnTopHint);
+    EXPECT_EQ(d.Form.windowFlags() & Qt::WindowType_Mask, Qt::Tool);
+    EXPECT_FALSE(d.Form.isModal());
+    EXPECT_EQ(ShownAt(d.Form, 150, 100), Rgb(DesktopColour));
+
+    d.Loop.Advance(frmDsk::CoverMs - 1);
+    EXPECT_TRUE(d.Form.Covering());
+    EXPECT_EQ(d.Form.pos(), QPoint(40, 30));
+    d.Loop.Advance(1);
+    EXPECT_FALSE(d.Form.Covering());
+    EXPECT_TRUE(d.Form.Falling());
+
+    // FallSpeed grows by 0.2 a tick in floats: below 10 after 50 ticks, past it at the
+    // 51st at about 10.2, and there it stays. The first tick moves nothing.
+    d.Loop.Advance(frmDsk::FallTickMs);
+    EXPECT_EQ(d.Form.pos(), QPoint(40, 30));
+    d.Loop.Advance(49 * frmDsk::FallTickMs);
+    float expectedTop = 30, speed = 0;
+    for (int tick = 1; tick <= 50; ++tick) {
+        expectedTop += speed;
+        if (speed < 10.0f) speed += 0.2f;
+    }
+    EXPECT_LT(d.Form.FallSpeed(), 10.0f);
+    EXPECT_EQ(d.Form.FallSpeed(), speed);
+    EXPECT_EQ(d.Form.pos().y(), static_cast<int>(std::lrint(expectedTop)));
+    d.Loop.Advance(frmDsk::FallTickMs);
+    EXPECT_NEAR(d.Form.FallSpeed(), 10.2f, 0.01f);
+    const float top = d.Form.FallSpeed();
+    d.Loop.Advance(10 * frmDsk::FallTickMs);
+    EXPECT_EQ(d.Form.FallSpeed(), top);
+    EXPECT_EQ(d.Form.pos().x(), 40);
+
+    // Once its top is past the screen's height it goes, by itself.
+    d.Loop.WaitUntil([&] { return d.Form.Gone(); });
+    EXPECT_GE(d.Form.pos().y(), d.Form.ScreenHeight());
+    EXPECT_FALSE(d.Form.isVisible());
+    EXPECT_EQ(d.Finished, 1);
+    EXPECT_EQ(d.Loop.RunningTimers(), 0);
+}
+
+TEST(frmDsk, AClickInTheTwoSecondsUncoversTheGameAtOnce) {
+    FallingDesktop d(QRect(0, 0, 200, 100));
+    d.Loop.Advance(500);
+    QTest::mouseClick(&d.Form, Qt::LeftButton, Qt::NoModifier, QPoint(20, 20));
+    EXPECT_TRUE(d.Form.Gone());
+    EXPECT_FALSE(d.Form.isVisible());
+    EXPECT_EQ(d.Finished, 1);
+    EXPECT_EQ(d.Loop.RunningTimers(), 0);
+    d.Loop.Advance(5000);
+    EXPECT_EQ(d.Form.pos(), QPoint(0, 0));
+    EXPECT_EQ(d.Finished, 1);
+}
+
+TEST(frmDsk, AWindowNearTheBottomFallsOutOfSightSooner) {
+    FallingDesktop high(QRect(0, 0, 200, 100));
+    FallingDesktop low(QRect(0, high.Form.ScreenHeight() - 150, 200, 100));
+    const std::int64_t highTime = high.FallTime();
+    const std::int64_t lowTime = low.FallTime();
+    EXPECT_LT(lowTime, highTime);
+    EXPECT_EQ(lowTime % frmDsk::FallTickMs, 0);
+}
+
+TEST(frmDsk, WithNothingFromTheScreenTheEffectRunsWithABlackWindow) {
+    FallingDesktop d(QRect(10, 10, 120, 80), true);
+    EXPECT_TRUE(d.Form.Desktop().isNull());
+    EXPECT_EQ(ShownAt(d.Form, 60, 40), 0u);
+    EXPECT_GT(d.FallTime(), 0);
+    EXPECT_EQ(d.Finished, 1);
+}
+
+TEST(frmDsk, TheScreenItselfGivesThePictureWhereTheWindowSystemAllowsIt) {
+    HeadlessEventLoop loop;
+    frmDsk form(loop, QRect(20, 20, 160, 90));
+    int finished = 0;
+    QObject::connect(&form, &frmDsk::Finished, [&] { ++finished; });
+    form.Form_Load();
+    // An X server hands out its screen; the offscreen platform may give nothing at all.
+    if (QGuiApplication::platformName() == QLatin1String("xcb")) {
+        ASSERT_FALSE(form.Desktop().isNull());
+        EXPECT_EQ(form.Desktop().size(), QSize(160, 90));
+    }
+    loop.WaitUntil([&] { return form.Gone(); });
+    EXPECT_EQ(finished, 1);
+}
