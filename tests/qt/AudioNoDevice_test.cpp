@@ -1,0 +1,63 @@
+// The sound without any output device: every wave asks and tells the player, a beep is a
+// pause of its length, the music stays silent, and the game goes on. The program points
+// PulseAudio at a server that does not exist before any sound is asked for.
+#include "audio/qt/QtSoundEffects.h"
+#include "audio/qt/ZenkorPlayer.h"
+#include "testsupport/ScriptedDialogs.h"
+
+#include <QAudioDevice>
+#include <QElapsedTimer>
+#include <QMediaDevices>
+#include <gtest/gtest.h>
+
+using namespace tolva;
+
+namespace {
+
+const std::string GameData = std::string(TOLVA_GAME_DIR) + "/data/";
+
+void NoServer() { qputenv("PULSE_SERVER", "unix:/nonexistent/tolva2-no-sound-server"); }
+
+} // namespace
+
+TEST(AudioNoDevice, EveryWaveTellsThePlayerAndABeepIsAPause) {
+    NoServer();
+    ScriptedDialogs dialogs;
+    QtSoundEffects effects(dialogs);
+    ASSERT_TRUE(QMediaDevices::audioOutputs().isEmpty()) << "a sound device was found after all";
+
+    effects.PlayWave(GameData + "8.wav");
+    effects.PlayWave(GameData + "8.wav", true);
+    effects.PlayWave(GameData + "missing.wav");   // the device is asked before the file
+    ASSERT_EQ(dialogs.ShownBoxes().size(), 3u);
+    for (const auto& box : dialogs.ShownBoxes()) {
+        EXPECT_EQ(box.Text, "Unable to init SOUND-DECVICE");
+        EXPECT_EQ(box.Title, "TOLVA II");
+        EXPECT_EQ(box.Icon, MessageIcon::Exclamation);
+        EXPECT_EQ(box.Buttons, MessageButtons::Ok);
+    }
+    EXPECT_FALSE(effects.Playing());
+
+    QElapsedTimer clock;
+    clock.start();
+    effects.SpeakerBeep(440, 150);
+    EXPECT_GE(clock.elapsed(), 150);
+    EXPECT_EQ(dialogs.ShownBoxes().size(), 3u);
+}
+
+TEST(AudioNoDevice, MusicStaysSilentAndKeepsItsState) {
+    NoServer();
+    ZenkorPlayer player;
+    player.SetVolume(100);
+    player.PlayMod(GameData + "0.mod", true, 0);
+    EXPECT_EQ(player.State(), MusicPlayer::StateNone);
+    EXPECT_FALSE(player.ModuleSounding());
+    EXPECT_EQ(player.GetVuMeter(), 0);
+    EXPECT_EQ(player.ModFileName(), GameData + "0.mod");
+    EXPECT_FALSE(player.PauseMod());
+    EXPECT_EQ(player.State(), MusicPlayer::StateNone);
+    player.StopMod();
+    EXPECT_EQ(player.State(), MusicPlayer::StateStopped);
+    player.PlayMod(GameData + "0.mod", true, 0);
+    EXPECT_EQ(player.State(), MusicPlayer::StateStopped);
+}
