@@ -93,3 +93,54 @@ TEST(CliLevels, UsageErrorsGiveTwo) {
     EXPECT_EQ(Cli("levels solve " + Quote(f.Path()) + " --level x").status, 2);
     EXPECT_EQ(Cli("levels solve " + Quote(f.Path()) + " --budget -1").status, 2);
 }
+
+TEST(CliLevels, SolveRefusesABudgetItCannotCount) {
+    TempFolder f;
+    MakeSet(f, "pair", "[main]\nlevelset=Pair\n[level1]\nlevelbricks=10\nlevelgfxfolder=\nLevelName=A\n"
+                       "r0=1,1,2,2\nr1=-1\n");
+    for (const char* budget : {"inf", "nan", "-inf", "1e400", "0", "-1", "5s"})
+        EXPECT_EQ(Cli("levels solve " + Quote(f / "pair") + " --budget " + budget).status, 2) << budget;
+    // A huge but finite budget is cut to one the clock can count, and the level solves.
+    CliRun r = Cli("levels solve " + Quote(f / "pair") + " --budget 1e12");
+    EXPECT_EQ(r.status, 0);
+    ASSERT_EQ(r.Lines().size(), 1u);
+    EXPECT_EQ(r.Lines()[0].rfind("level 1: ", 0), 0u);
+    EXPECT_EQ(r.Lines()[0].find("unsolved"), std::string::npos);
+}
+
+TEST(CliLevels, RatePrintsOneTabSeparatedLineALevel) {
+    TempFolder f;
+    // Level 1 is one group; level 2 strands a 1 whatever is clicked; level 3 clears for
+    // the players who take the 2s first.
+    MakeSet(f, "three", "[main]\nlevelset=Three\n"
+                        "[level1]\nlevelbricks=10\nlevelgfxfolder=\nLevelName=A\nr0=1,1\nr1=1,1\n"
+                        "[level2]\nlevelbricks=10\nlevelgfxfolder=\nLevelName=B\nr0=0\nr1=1,1\n"
+                        "[level3]\nlevelbricks=10\nlevelgfxfolder=\nLevelName=C\nr0=1\nr1=2\nr2=2\nr3=1,1\n"
+                        "r4=-1\n");   // the last row is read again for the rows left: keep them empty
+    CliRun r = Cli("levels rate " + Quote(f / "three") + " --tries 40 --seed 3");
+    EXPECT_EQ(r.status, 0);
+    const auto lines = r.Lines();
+    ASSERT_EQ(lines.size(), 4u);
+    EXPECT_EQ(lines[0], "level\tside\tbricks\tcolours\tspells\tcleared\ttries\trate");
+    EXPECT_EQ(lines[1], "1\t10\t4\t1\t0\t40\t40\t1.000");
+    EXPECT_EQ(lines[2], "2\t10\t3\t2\t0\t0\t40\t0.000");
+    EXPECT_EQ(lines[3].rfind("3\t10\t5\t2\t0\t", 0), 0u);
+    EXPECT_NE(lines[3], "3\t10\t5\t2\t0\t0\t40\t0.000");
+    EXPECT_NE(lines[3], "3\t10\t5\t2\t0\t40\t40\t1.000");
+
+    // The same seed gives the same lines, also for one level on its own.
+    EXPECT_EQ(Cli("levels rate " + Quote(f / "three") + " --tries 40 --seed 3").out, r.out);
+    r = Cli("levels rate " + Quote(f / "three") + " --tries 40 --seed 3 --level 3");
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.Lines().size(), 2u);
+    EXPECT_EQ(r.Lines().back(), lines[3]);
+
+    EXPECT_EQ(Cli("levels rate").status, 2);
+    EXPECT_EQ(Cli("levels rate " + Quote(f / "missing")).status, 2);
+    EXPECT_EQ(Cli("levels rate " + Quote(f / "three") + " --tries 0").status, 2);
+    EXPECT_EQ(Cli("levels rate " + Quote(f / "three") + " --tries x").status, 2);
+    EXPECT_EQ(Cli("levels rate " + Quote(f / "three") + " --seed -1").status, 2);
+    EXPECT_EQ(Cli("levels rate " + Quote(f / "three") + " --level 4").status, 2);
+    EXPECT_EQ(Cli("levels rate " + Quote(f / "three") + " --colour 4").status, 2);
+    EXPECT_EQ(Cli("levels rate " + Quote(f.Path())).status, 1);   // no levels.set there
+}

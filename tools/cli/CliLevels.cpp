@@ -2,18 +2,31 @@
 //   levels check DIR               load the set in DIR as the game does and report it
 //   levels seal DIR                write the checksum line that makes DIR a default-type set
 //   levels solve DIR [--level N] [--budget SECONDS]
-//                                  find plain clicks that clear each level
+//                                  find plain clicks that clear each level, proven on
+//                                  the game's own board before they are printed
+//   levels rate DIR [--tries N] [--seed S] [--level N]
+//                                  how often a player who clicks random groups clears
+//                                  each level: a header, then one tab-separated line a level
 // DIR is the set's own folder (the one holding levels.set). It is loaded the way the
 // game loads levels\<folder>\, so that a folder whose name ends in "default" is checked
 // as a default set, with the default set's key.
 #include "CliCommand.h"
+#include "CliSessionParts.h"
 
+#include "LevelRating.h"
 #include "LevelSetText.h"
 #include "LevelSolver.h"
 #include "SolutionText.h"
+#include "board/BoardListener.h"
+#include "board/TolvaBoard.h"
 #include "levels/LevelSetReader.h"
+#include "settings/GameSettings.h"
 #include "support/ZenkorModule.h"
 
+#include <charconv>
+#include <cerrno>
+#include <cmath>
+#include <cstdlib>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -125,20 +138,85 @@ int RunSeal(const std::string& dir) {
     return ExitOk;
 }
 
+// Plays a solution on TolvaBoard itself, closing up at once: the search runs on a copy
+// of the rules, and only the game's own engine may say that a level is cleared. True
+// when every click takes a group and the last one, and no earlier one, ends the level.
+class EngineReplay final : public BoardListener {
+public:
+    bool Clears(LevelModule& game, int level, const std::vector<levelgen::Cell>& clicks) {
+        CliPlatform host(1);
+        GameSettings settings;
+        settings.AniDraw = false;
+        settings.MakeStat = false;
+        TolvaBoard board(game, settings, host.Platform(), *this);
+        board.ApplySettings(settings);
+        std::int16_t number = static_cast<std::int16_t>(level);
+        board.NewGame(number);
+        for (const auto& c : clicks) {
+            if (cleared_ || gameOver_) return false;   // ended before its last click
+            const int before = removals_;
+            board.BoardClick(c.x, c.y);
+            if (removals_ == before) return false;
+        }
+        return cleared_ && !gameOver_;
+    }
+
+    void BricksRemoved(std::int16_t) override { ++removals_; }
+    void BonusScore(double, std::int16_t) override { cleared_ = true; }
+    void GameOver() override { gameOver_ = true; }
+    void MouseMove(std::int16_t, std::int16_t) override {}
+    void NewScore(double) override {}
+    void NewSpell(std::int16_t) override {}
+    void NewLevel(std::int16_t) override {}
+    void SpellUsed(std::int16_t) override {}
+    void BonusTimes(std::int16_t) override {}
+    void CanDoNextMove() override {}
+    void ResourceLoaded(const std::string&) override {}
+    void SpellInUse(bool) override {}
+    void RemoveClick(std::int16_t) override {}
+    void SpellClick(std::int16_t, std::int16_t) override {}
+
+private:
+    int removals_ = 0;
+    bool cleared_ = false;
+    bool gameOver_ = false;
+};
+
+// The whole text as a number, or nothing.
+template <typename T>
+bool ParseWhole(const std::string& text, T& value) {
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    return error == std::errc() && end == text.data() + text.size() && !text.empty();
+}
+
+// Seconds of budget: a finite number above 0. "inf", "nan" and numbers beyond a double
+// are refused here; a huge finite budget is cut by the solver to one it can count.
+bool ParseBudget(const std::string& text, double& seconds) {
+    char* end = nullptr;
+    errno = 0;
+    const double value = std::strtod(text.c_str(), &end);
+    if (text.empty() || end != text.c_str() + text.size() || errno == ERANGE) return false;
+    if (!std::isfinite(value) || value <= 0) return false;
+    seconds = value;
+    return true;
+}
+
 int RunSolve(const std::vector<std::string>& args) {
     int only = 0;
     double budget = 10.0;
     for (std::size_t i = 2; i < args.size(); i += 2) {
         if (i + 1 >= args.size()) return UsageError("levels solve: missing value for " + args[i]);
-        try {
-            if (args[i] == "--level") only = std::stoi(args[i + 1]);
-            else if (args[i] == "--budget") budget = std::stod(args[i + 1]);
-            else return UsageError("levels solve: unknown option " + args[i]);
-        } catch (const std::exception&) {
-            return UsageError("levels solve: bad number '" + args[i + 1] + "'");
+        const std::string& value = args[i + 1];
+        if (args[i] == "--level") {
+            if (!ParseWhole(value, only)) return UsageError("levels solve: bad number '" + value + "'");
+        } else if (args[i] == "--budget") {
+            if (!ParseBudget(value, budget))
+                return UsageError("levels solve: --budget '" + value + "' is not a finite positive number of seconds");
+        } else {
+            return UsageError("levels solve: unknown option " + args[i]);
         }
     }
-    if (only < 0 || only > MaxLevels || budget <= 0) return UsageError("levels solve: --level 1..100, --budget above 0");
+    if (only < 0 || only > MaxLevels) return UsageError("levels solve: --level 1..100, --budget above 0");
     LoadedSet set;
     std::string error;
     if (!LoadSet(args[1], set, error)) return UsageError("levels solve: " + error);
@@ -151,25 +229,60 @@ int RunSolve(const std::vector<std::string>& args) {
         options.seconds = budget;
         options.seed = static_cast<std::uint64_t>(n);
         const levelgen::SolveResult result = levelgen::SolveLevel(board, options);
-        const bool solved = result.solved && levelgen::ReplayClears(board, result.clicks);
+        bool solved = result.solved && levelgen::ReplayClears(board, result.clicks);
+        if (solved && !EngineReplay().Clears(*set.game, n, result.clicks)) {
+            std::cerr << "tolva2-cli: levels solve: level " << n << ": the game's board does not clear with the clicks found\n";
+            solved = false;
+        }
         all = all && solved;
         std::cout << levelgen::FormatSolution(levelgen::SolutionLine{n, solved, result.clicks}) << std::endl;
     }
     return all ? ExitOk : ExitFailed;
 }
 
+int RunRate(const std::vector<std::string>& args) {
+    int only = 0, tries = 200;
+    std::uint64_t seed = 1;
+    for (std::size_t i = 2; i < args.size(); i += 2) {
+        if (i + 1 >= args.size()) return UsageError("levels rate: missing value for " + args[i]);
+        const std::string& value = args[i + 1];
+        bool ok = false;
+        if (args[i] == "--level") ok = ParseWhole(value, only) && only >= 1 && only <= MaxLevels;
+        else if (args[i] == "--tries") ok = ParseWhole(value, tries) && tries >= 1 && tries <= 1000000;
+        else if (args[i] == "--seed") ok = ParseWhole(value, seed);
+        else return UsageError("levels rate: unknown option " + args[i]);
+        if (!ok) return UsageError("levels rate: bad value '" + value + "' for " + args[i] +
+                                   " (--level 1..100, --tries 1..1000000, --seed 0 and up)");
+    }
+    LoadedSet set;
+    std::string error;
+    if (!LoadSet(args[1], set, error)) return UsageError("levels rate: " + error);
+    const int count = set.load.LevelsStored();
+    if (only > count) return UsageError("levels rate: the set has " + std::to_string(count) + " levels");
+    if (!set.load.FileFound) {
+        std::cerr << "tolva2-cli: levels rate: " << args[1] << " holds no levels.set\n";
+        return ExitFailed;
+    }
+    std::cout << levelgen::RatingHeader() << '\n';
+    for (int n = only ? only : 1; n <= (only ? only : count); ++n) {
+        const levelgen::PlayBoard board(set.game->Levels[static_cast<std::size_t>(n - 1)]);
+        std::cout << levelgen::FormatRating(levelgen::RateLevel(board, n, tries, seed)) << std::endl;
+    }
+    return ExitOk;
+}
+
 int RunLevels(const std::vector<std::string>& args) {
-    if (args.empty()) return UsageError("levels needs a subcommand: check, seal or solve");
+    if (args.empty()) return UsageError("levels needs a subcommand: check, seal, solve or rate");
     const std::string& sub = args[0];
     if (sub == "check" || sub == "seal") {
         if (args.size() != 2) return UsageError("levels " + sub + " needs one argument: DIR");
         return sub == "check" ? RunCheck(args[1]) : RunSeal(args[1]);
     }
-    if (sub == "solve") {
-        if (args.size() < 2) return UsageError("levels solve needs DIR");
-        return RunSolve(args);
+    if (sub == "solve" || sub == "rate") {
+        if (args.size() < 2) return UsageError("levels " + sub + " needs DIR");
+        return sub == "solve" ? RunSolve(args) : RunRate(args);
     }
-    return UsageError("unknown levels subcommand '" + sub + "'; use check, seal or solve");
+    return UsageError("unknown levels subcommand '" + sub + "'; use check, seal, solve or rate");
 }
 
 const CliRegistration registration{CliCommand{
@@ -177,7 +290,13 @@ const CliRegistration registration{CliCommand{
     "levels check DIR                  load the level set in DIR as the game does and report it\n"
     "  levels seal DIR                   write its checksum line under the default set's key\n"
     "  levels solve DIR [--level N] [--budget SECONDS]\n"
-    "                                    find plain clicks that clear each level",
+    "                                    find plain clicks that clear each level (SECONDS\n"
+    "                                    a level, default 10), proven on the game's board\n"
+    "  levels rate DIR [--tries N] [--seed S] [--level N]\n"
+    "                                    for each level, how many of N players (default 200)\n"
+    "                                    who click random groups clear it; prints the header\n"
+    "                                    level side bricks colours spells cleared tries rate\n"
+    "                                    and one tab-separated line a level",
     RunLevels}};
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "LevelSolver.h"
 
+#include "BoardFeatures.h"
+
 #include <algorithm>
 #include <chrono>
 #include <random>
@@ -30,12 +32,10 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Lower is closer to a clear.
-double Estimate(const PlayBoard& board, std::vector<Group>& scratch) {
-    int singles = 0;
-    board.FindGroups(scratch, &singles);
-    return 5.0 * singles + static_cast<double>(scratch.size());
-}
+// Boards of at most this many cells go to the exhaustive endgame, with this many
+// boards looked at before it gives up on one.
+constexpr int EndgameCells = 40;
+constexpr int EndgameNodes = 2000;
 
 struct Step {
     int parent;   // index in the previous depth's states
@@ -48,10 +48,62 @@ struct Candidate {
     Cell click;
 };
 
+// Exhaustive depth-first search of a small board, for the end of the beam: there the
+// estimate knows too little, and a board of a few dozen cells has few enough orders to
+// try them all. Boards proven unclearable are remembered across calls, so that the
+// beam's many near-equal end states are not searched twice.
+class Endgame {
+public:
+    explicit Endgame(std::uint64_t& counter) : states(counter) {}
+    // True and the clicks on a clear; false when none exists or `nodes` ran out.
+    bool Solve(const PlayBoard& board, int nodes, std::vector<Cell>& clicks) {
+        budget = nodes;
+        clicks.clear();
+        return Search(board, clicks);
+    }
+
+private:
+    bool Search(const PlayBoard& board, std::vector<Cell>& clicks) {
+        const std::uint64_t key = board.Hash();
+        if (dead.count(key)) return false;
+        std::vector<Group> moves;
+        board.FindGroups(moves);
+        struct Option { double score; PlayBoard child; Cell at; };
+        std::vector<Option> options;
+        options.reserve(moves.size());
+        for (const auto& g : moves) {
+            if (--budget < 0) return false;
+            ++states;
+            PlayBoard child = board;
+            child.Click(g.at.x, g.at.y);
+            const BoardFeatures f = MeasureBoard(child, scratch);
+            if (f.occupied == 0) {
+                clicks.push_back(g.at);
+                return true;
+            }
+            if (!f.dead) options.push_back(Option{f.Estimate(), child, g.at});
+        }
+        std::sort(options.begin(), options.end(), [](const Option& a, const Option& b) { return a.score < b.score; });
+        for (const auto& o : options) {
+            clicks.push_back(o.at);
+            if (Search(o.child, clicks)) return true;
+            clicks.pop_back();
+            if (budget < 0) return false;   // not proven either way
+        }
+        dead.insert(key);
+        return false;
+    }
+
+    std::uint64_t& states;
+    int budget = 0;
+    std::unordered_set<std::uint64_t> dead;
+    FeatureScratch scratch;
+};
+
 class BeamSearch {
 public:
-    BeamSearch(const PlayBoard& start, const SolveOptions& options, Clock::time_point deadline)
-        : start(start), deadline(deadline), rng(options.seed) {}
+    BeamSearch(const PlayBoard& from, const SolveOptions& options, Clock::time_point until)
+        : start(from), deadline(until), rng(options.seed), endgame(endgameStates) {}
 
     // One pass at the given width. Gives true and fills `result` on a clear.
     bool Run(int width, SolveResult& result);
@@ -59,11 +111,21 @@ public:
 private:
     bool Expand(const std::vector<PlayBoard>& states, std::vector<Candidate>& next, SolveResult& result,
                 const std::vector<std::vector<Step>>& trail);
+    void Keep(const std::vector<PlayBoard>& states, std::vector<Candidate>& next, int width,
+              std::vector<PlayBoard>& kept, std::vector<Step>& steps);
     std::vector<Cell> Path(const std::vector<std::vector<Step>>& trail, int index, Cell last) const;
+
+    bool TryEndgame(const std::vector<PlayBoard>& states, const std::vector<std::vector<Step>>& trail,
+                    SolveResult& result);
 
     const PlayBoard& start;
     Clock::time_point deadline;
     std::mt19937_64 rng;
+    std::uint64_t endgameStates = 0;
+    Endgame endgame;
+    std::unordered_set<std::uint64_t> triedEnds;
+    FeatureScratch scratch;
+    std::vector<Group> groups;
 };
 
 bool BeamSearch::Run(int width, SolveResult& result) {
@@ -74,42 +136,73 @@ bool BeamSearch::Run(int width, SolveResult& result) {
         if (Clock::now() > deadline) return false;
         next.clear();
         if (Expand(states, next, result, trail)) return true;
-        std::sort(next.begin(), next.end(), [](const Candidate& a, const Candidate& b) { return a.score < b.score; });
         std::vector<PlayBoard> kept;
         std::vector<Step> steps;
-        std::unordered_set<std::uint64_t> seen;
-        for (const auto& c : next) {
-            if (static_cast<int>(kept.size()) >= width) break;
-            PlayBoard child = states[static_cast<std::size_t>(c.parent)];
-            child.Click(c.click.x, c.click.y);
-            if (!seen.insert(child.Hash()).second) continue;
-            kept.push_back(child);
-            steps.push_back(Step{c.parent, c.click});
-        }
+        Keep(states, next, width, kept, steps);
         trail.push_back(std::move(steps));
+        if (TryEndgame(kept, trail, result)) return true;
         states = std::move(kept);
     }
     return false;
 }
 
+// The best `width` children by score, each distinct board once.
+void BeamSearch::Keep(const std::vector<PlayBoard>& states, std::vector<Candidate>& next, int width,
+                      std::vector<PlayBoard>& kept, std::vector<Step>& steps) {
+    auto better = [](const Candidate& a, const Candidate& b) { return a.score < b.score; };
+    const std::size_t look = std::min(next.size(), static_cast<std::size_t>(width) * 2 + 16);
+    std::partial_sort(next.begin(), next.begin() + static_cast<std::ptrdiff_t>(look), next.end(), better);
+    std::unordered_set<std::uint64_t> seen;
+    for (std::size_t k = 0; k < next.size() && static_cast<int>(kept.size()) < width; ++k) {
+        if (k == look) {   // many repeats: sort the rest as well
+            std::sort(next.begin() + static_cast<std::ptrdiff_t>(look), next.end(), better);
+        }
+        const Candidate& c = next[k];
+        PlayBoard child = states[static_cast<std::size_t>(c.parent)];
+        child.Click(c.click.x, c.click.y);
+        if (!seen.insert(child.Hash()).second) continue;
+        kept.push_back(child);
+        steps.push_back(Step{c.parent, c.click});
+    }
+}
+
 bool BeamSearch::Expand(const std::vector<PlayBoard>& states, std::vector<Candidate>& next,
                         SolveResult& result, const std::vector<std::vector<Step>>& trail) {
-    std::uniform_real_distribution<double> noise(0.0, 0.5);
-    std::vector<Group> groups, scratch;
+    std::uniform_real_distribution<double> noise(0.0, 0.25);
     for (std::size_t i = 0; i < states.size(); ++i) {
         states[i].FindGroups(groups);
         for (const auto& g : groups) {
             PlayBoard child = states[i];
             child.Click(g.at.x, g.at.y);
             ++result.states;
-            if (child.Cleared()) {
+            const BoardFeatures f = MeasureBoard(child, scratch);
+            if (f.occupied == 0) {
                 result.clicks = Path(trail, static_cast<int>(i), g.at);
                 return true;
             }
-            if (HasStrandedBrick(child)) continue;
-            next.push_back(Candidate{Estimate(child, scratch) + noise(rng), static_cast<int>(i), g.at});
+            if (f.dead) continue;
+            next.push_back(Candidate{f.Estimate() + noise(rng), static_cast<int>(i), g.at});
         }
-        if ((i & 15) == 15 && Clock::now() > deadline) return false;
+        if ((i & 7) == 7 && Clock::now() > deadline) return false;
+    }
+    return false;
+}
+
+// Hands each small board of the depth, once per search, to the exhaustive endgame.
+bool BeamSearch::TryEndgame(const std::vector<PlayBoard>& states, const std::vector<std::vector<Step>>& trail,
+                            SolveResult& result) {
+    std::vector<Cell> tail;
+    for (std::size_t i = 0; i < states.size(); ++i) {
+        if (states[i].Occupied() > EndgameCells || !triedEnds.insert(states[i].Hash()).second) continue;
+        if (Clock::now() > deadline) return false;
+        const bool solved = endgame.Solve(states[i], EndgameNodes, tail);
+        result.states += endgameStates;
+        endgameStates = 0;
+        if (!solved) continue;
+        const Step& last = trail.back()[i];
+        result.clicks = Path(std::vector<std::vector<Step>>(trail.begin(), trail.end() - 1), last.parent, last.click);
+        result.clicks.insert(result.clicks.end(), tail.begin(), tail.end());
+        return true;
     }
     return false;
 }
@@ -134,10 +227,13 @@ SolveResult SolveLevel(const PlayBoard& start, const SolveOptions& options) {
         return result;
     }
     if (HasStrandedBrick(start)) return result;
+    // A budget beyond what the clock can count is cut to about three years; one of 0 or
+    // below, or not a number, leaves no time.
+    const double seconds = options.seconds > 0 ? std::min(options.seconds, MaxSolveSeconds) : 0.0;
     const auto deadline = Clock::now() + std::chrono::duration_cast<Clock::duration>(
-                                             std::chrono::duration<double>(options.seconds));
+                                             std::chrono::duration<double>(seconds));
     BeamSearch search(start, options, deadline);
-    for (int width = std::max(1, options.firstWidth); width <= options.maxWidth; width *= 4) {
+    for (int width = std::max(1, options.firstWidth); width <= options.maxWidth; width *= 2) {
         if (search.Run(width, result)) {
             result.solved = true;
             result.width = width;

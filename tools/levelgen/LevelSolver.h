@@ -4,11 +4,15 @@
 // Clearing a board completely is the hard question of this kind of game: most
 // sequences strand a lone brick of some colour, and from then on the level can never
 // be cleared. The search is a beam search over PlayBoard states, widened step by step
-// (1, 4, 16, ... states per depth) until a clear is found or the time budget is spent.
-// Each depth keeps the states that look closest to a clear:
-//  - a state with a colour of exactly one brick left is dead and is dropped;
-//  - otherwise fewer lone bricks and fewer groups are better, as each group still
-//    needs at least one click and every lone brick has to be joined to others first.
+// (1, 2, 4, ... states per depth) until a clear is found or the time budget is spent.
+// Each depth keeps the distinct boards that look closest to a clear (BoardFeatures):
+//  - a board with a colour of exactly one brick left is dead and is dropped;
+//  - otherwise lone bricks cost by how far their colour is (further up or down their
+//    column, in a neighbouring column, or nowhere near), every group costs a click
+//    still to come, and cells left on the board count a little.
+// Near the end that estimate knows too little, so every kept board of at most a few
+// dozen cells is also searched exhaustively, depth first, with a node limit and a
+// memory of boards proven unclearable.
 // Spells lying on the board are never clicked: they fall and are collected on their
 // own, so a solution also shows that a player can keep every spell of the level.
 // Ties are broken by a seeded random number, so a run is repeatable for a given seed
@@ -19,6 +23,9 @@
 #include <vector>
 
 namespace tolva::levelgen {
+
+// The longest budget honoured; longer ones are cut to it.
+inline constexpr double MaxSolveSeconds = 1.0e8;
 
 struct SolveOptions {
     double seconds = 10.0;        // wall-clock budget for the whole search

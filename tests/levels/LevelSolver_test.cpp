@@ -1,0 +1,213 @@
+// The level tools' plain-click model, solver and rating, on small boards: the model
+// keeps to the game's rules cell for cell, what the solver finds clears the level on
+// the game's own board, and the rating counts what careless players manage.
+#include "BoardFeatures.h"
+#include "BoardReplay.h"
+#include "LevelRating.h"
+#include "LevelSolver.h"
+#include "levels/LevelSetReader.h"
+#include "support/ZenkorModule.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+using namespace tolva;
+using namespace tolva::levelgen;
+using tolva::testing::Clicks;
+using tolva::testing::ReplayOnBoard;
+
+namespace {
+
+// A level from rows of text, top row first: '.' empty, '0'-'9' a colour, 'a'-'f' a
+// spell lying on the board (11 + 0..5); the rows stand at the bottom of a side x side
+// square. `spells` hides spell numbers under bricks, by cell.
+LevelRecord MakeLevel(int side, const std::vector<std::string>& rows,
+                      const std::vector<std::pair<Cell, int>>& spells = {}) {
+    LevelRecord level;
+    level.levelbricks = static_cast<std::int16_t>(side);
+    level.LevelName = "Test";
+    const int top = side - static_cast<int>(rows.size());
+    for (int r = 0; r < static_cast<int>(rows.size()); ++r)
+        for (int x = 0; x < static_cast<int>(rows[static_cast<std::size_t>(r)].size()); ++x) {
+            const char c = rows[static_cast<std::size_t>(r)][static_cast<std::size_t>(x)];
+            std::int16_t v = CellEmpty;
+            if (c >= '0' && c <= '9') v = static_cast<std::int16_t>(c - '0');
+            else if (c >= 'a' && c <= 'f') v = static_cast<std::int16_t>(FirstSpellCell + (c - 'a'));
+            level.BrickGrid(x, top + r) = v;
+        }
+    for (const auto& [cell, spell] : spells) level.SpellGrid(cell.x, cell.y) = static_cast<std::int16_t>(spell);
+    return level;
+}
+
+Clicks ToClicks(const std::vector<Cell>& cells) {
+    Clicks out;
+    for (const auto& c : cells) out.emplace_back(c.x, c.y);
+    return out;
+}
+
+// True when `clicks` clear `level` on TolvaBoard, as level 1 of a fresh game.
+bool EngineClears(const LevelRecord& level, const std::vector<Cell>& clicks) {
+    auto game = std::make_unique<LevelModule>();
+    game->Levels[0] = level;
+    return ReplayOnBoard(*game, 1, ToClicks(clicks)).cleared;
+}
+
+SolveOptions Budget(double seconds) {
+    SolveOptions o;
+    o.seconds = seconds;
+    return o;
+}
+
+} // namespace
+
+TEST(PlayBoard, RandomClicksLeaveTheSameGridsAsTheEngine) {
+    // Random boards of three colours with hidden spells, a spell lying on the board and
+    // holes in the air; each click is made on both and every cell compared after it.
+    std::mt19937_64 rng(7);
+    for (int round = 0; round < 40; ++round) {
+        const int side = 10 + round % 3;
+        LevelRecord level;
+        level.levelbricks = static_cast<std::int16_t>(side);
+        level.LevelName = "Random";
+        for (int x = 0; x < side; ++x)
+            for (int y = 0; y < side; ++y) {
+                const int roll = static_cast<int>(rng() % 40);
+                level.BrickGrid(x, y) = roll < 2 ? CellEmpty : roll < 3 ? std::int16_t{12} : static_cast<std::int16_t>(roll % 3);
+                if (roll % 11 == 5) level.SpellGrid(x, y) = static_cast<std::int16_t>(roll % 6);
+            }
+        auto game = std::make_unique<LevelModule>();
+        game->Levels[0] = level;
+        HeadlessPlatform platform;
+        tolva::testing::ReplayListener listener;
+        const GameSettings settings;
+        TolvaBoard engine(*game, settings, platform.Platform(), listener);
+        listener.board = &engine;
+        engine.AniDraw = false;
+        std::int16_t number = 1;
+        engine.NewGame(number);
+        PlayBoard model(level);
+        std::vector<Group> groups;
+        for (int move = 0; move < 60; ++move) {
+            model.FindGroups(groups);
+            if (groups.empty() || listener.bonusScores > 0) break;
+            const Group g = groups[rng() % groups.size()];
+            ASSERT_GT(model.Click(g.at.x, g.at.y), 0);
+            engine.BoardClick(g.at.x, g.at.y);
+            if (listener.bonusScores > 0) {
+                EXPECT_TRUE(model.Cleared());
+                break;
+            }
+            for (int x = 0; x < side; ++x)
+                for (int y = 0; y < side; ++y)
+                    ASSERT_EQ(model.Brick(x, y), engine.Bricks(x, y)) << "round " << round << " move " << move << " at " << x << "," << y;
+        }
+    }
+}
+
+TEST(LevelSolver, SolutionsOfSmallBoardsClearOnTheEngine) {
+    // The 1s meet only once the columns between them close up; the spell under the top
+    // left 3 is uncovered by the last click, falls into the bottom row and is collected.
+    const LevelRecord ordered = MakeLevel(10, {"3..3", "1221", "3113"}, {{Cell{0, 7}, 4}});
+    // A spell lying between two bricks keeps them apart until the bricks below it go.
+    const LevelRecord spellInTheWay = MakeLevel(10, {"0c0", "110", "220"});
+    for (const LevelRecord* level : {&ordered, &spellInTheWay}) {
+        const PlayBoard board(*level);
+        const SolveResult r = SolveLevel(board, Budget(10));
+        ASSERT_TRUE(r.solved);
+        EXPECT_TRUE(ReplayClears(board, r.clicks));
+        EXPECT_TRUE(EngineClears(*level, r.clicks));
+    }
+}
+
+TEST(LevelSolver, AColourLeftAloneIsNoClear) {
+    const PlayBoard lone(MakeLevel(10, {"0", "1", "1"}));
+    EXPECT_TRUE(HasStrandedBrick(lone));
+    SolveResult r = SolveLevel(lone, Budget(10));
+    EXPECT_FALSE(r.solved);
+    EXPECT_TRUE(r.clicks.empty());
+
+    // Every colour has two, but the 1s are walled in by 0s that can only go in a way
+    // that leaves one 1 behind: the search runs out of boards, not out of time.
+    const PlayBoard walled(MakeLevel(10, {"1", "0", "1", "00"}));
+    EXPECT_FALSE(HasStrandedBrick(walled));
+    r = SolveLevel(walled, Budget(1e6));
+    EXPECT_FALSE(r.solved);
+
+    const PlayBoard empty(MakeLevel(10, {}));
+    r = SolveLevel(empty, Budget(1));
+    EXPECT_TRUE(r.solved);
+    EXPECT_TRUE(r.clicks.empty());
+}
+
+TEST(LevelSolver, AnyBudgetAboveZeroLeavesTimeToSearch) {
+    // A budget beyond the clock's range used to wrap into the past and end the search
+    // before it began; it is cut to a long one now. A budget of nothing gives no search.
+    const LevelRecord level = MakeLevel(10, {"3..3", "1221", "3113"});
+    for (double seconds : {1e10, 1e300}) {
+        const SolveResult r = SolveLevel(PlayBoard(level), Budget(seconds));
+        EXPECT_TRUE(r.solved) << seconds;
+        EXPECT_TRUE(EngineClears(level, r.clicks));
+    }
+    EXPECT_FALSE(SolveLevel(PlayBoard(level), Budget(0)).solved);
+}
+
+TEST(LevelSolver, FirstDefaultLevelsAreSolvedAndClearOnTheEngine) {
+    auto game = std::make_unique<LevelModule>();
+    SetAppPath(std::string(TOLVA_SOURCE_DIR) + "/game");
+    LevelSetReader reader(*game);
+    reader.LevelSetPath = "levels\\default\\";
+    ASSERT_GE(reader.InitLevels().LevelsStored(), 12);
+    for (int n = 1; n <= 12; ++n) {
+        const PlayBoard board(game->Levels[static_cast<std::size_t>(n - 1)]);
+        SolveOptions o = Budget(30);
+        o.seed = static_cast<std::uint64_t>(n);
+        const SolveResult r = SolveLevel(board, o);
+        ASSERT_TRUE(r.solved) << "level " << n;
+        EXPECT_TRUE(ReplayOnBoard(*game, n, ToClicks(r.clicks)).cleared) << "level " << n;
+    }
+}
+
+TEST(BoardFeatures, SinglesAreSortedByHowFarTheirColourIs) {
+    // Columns from the left: 0 over 2 over 0 (the top 0 has its colour lower in its
+    // column); 1 beside the 1-column; 3 with no 3 near; a pair of 4s.
+    const PlayBoard board(MakeLevel(10, {"0....3", "21.4.3", "01144c"}));
+    FeatureScratch scratch;
+    const BoardFeatures f = MeasureBoard(board, scratch);
+    EXPECT_EQ(f.occupied, 12);
+    EXPECT_EQ(f.groups, 3);            // the three 1s, the three 4s, the two 3s
+    EXPECT_EQ(f.largestGroup, 3);
+    EXPECT_EQ(f.singlesInColumn, 2);   // both 0s of column 0
+    EXPECT_EQ(f.singlesBeside, 0);
+    EXPECT_EQ(f.singlesFar, 1);        // the 2
+    EXPECT_TRUE(f.dead);               // the 2 is the only one of its colour
+    const BoardFeatures threeGroups{.groups = 3};
+    const BoardFeatures twoGroupsAndAFarSingle{.groups = 2, .singlesFar = 1};
+    EXPECT_LT(threeGroups.Estimate(), twoGroupsAndAFarSingle.Estimate());
+}
+
+TEST(LevelRating, CountsTheCarelessPlayersWhoClear) {
+    // One group: every player clears. A lone colour: none does.
+    const PlayBoard easy(MakeLevel(10, {"11", "11"}));
+    LevelRating r = RateLevel(easy, 3, 25, 1);
+    EXPECT_EQ(r.cleared, 25);
+    EXPECT_EQ(r.Rate(), 1.0);
+    EXPECT_EQ(FormatRating(r), "3\t10\t4\t1\t0\t25\t25\t1.000");
+    EXPECT_EQ(RatingHeader(), "level\tside\tbricks\tcolours\tspells\tcleared\ttries\trate");
+    EXPECT_EQ(RateLevel(PlayBoard(MakeLevel(10, {"0", "11"})), 1, 10, 1).cleared, 0);
+
+    // Order matters here: taking the 2s first joins the 1s, taking the 1 pair first
+    // strands a 1. Some players but not all clear it, the same ones for the same seed.
+    // The hidden spell under the right 1 is collected by the clearing click.
+    const LevelRecord level = MakeLevel(10, {"1", "2", "2", "11"}, {{Cell{1, 9}, 3}});
+    r = RateLevel(PlayBoard(level), 1, 200, 5);
+    EXPECT_GT(r.cleared, 0);
+    EXPECT_LT(r.cleared, 200);
+    EXPECT_EQ(r.spells, 1);
+    EXPECT_EQ(r.colours, 2);
+    EXPECT_EQ(RateLevel(PlayBoard(level), 1, 200, 5).cleared, r.cleared);
+    EXPECT_EQ(RateLevel(PlayBoard(level), 1, 0, 5).Rate(), 0.0);
+}
