@@ -9,6 +9,26 @@ jobs=$(nproc 2>/dev/null || echo 2)
 
 bash scripts/build.sh
 export QT_QPA_PLATFORM=offscreen
+
+# A private PulseAudio with a null sink, so that the audio tests hear what the game plays
+# (parec records the sink's monitor). It has a runtime folder of its own, since the shared
+# one is refused to root, lives at most an hour, and is stopped when this script ends.
+pulse_dir=$(mktemp -d)
+pulse_pid=""
+stop_pulse() {
+  if [ -n "$pulse_pid" ]; then kill "$pulse_pid" 2>/dev/null || true; wait "$pulse_pid" 2>/dev/null || true; fi
+  rm -rf "$pulse_dir"
+}
+trap stop_pulse EXIT
+if command -v pulseaudio >/dev/null 2>&1; then
+  mkdir -p "$pulse_dir/pulse"
+  XDG_RUNTIME_DIR="$pulse_dir" HOME="$pulse_dir" timeout 3600 pulseaudio --daemonize=no --exit-idle-time=-1 \
+    --disallow-exit -n --load="module-null-sink sink_name=tolva_null" --load=module-native-protocol-unix \
+    >"$pulse_dir/pulseaudio.log" 2>&1 &
+  pulse_pid=$!
+  export XDG_RUNTIME_DIR="$pulse_dir" PULSE_SERVER="unix:$pulse_dir/pulse/native"
+  for _ in $(seq 50); do pactl info >/dev/null 2>&1 && break; sleep 0.1; done
+fi
 ctest --test-dir build --output-on-failure -j "$jobs"
 
 cmake -S . -B build-asan -G Ninja -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_COMPILER=clang++ \

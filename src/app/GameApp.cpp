@@ -2,7 +2,8 @@
 
 #include "audio/HeadlessSoundEffects.h"
 #include "audio/IdleAnimation.h"
-#include "hiscores/HiscoreService.h"
+#include "hiscores/HiscoreKeeper.h"
+#include "hiscores/qt/HiscoreDisplay.h"
 #include "board/TolvaBoard.h"
 #include "board/qt/BoardWidget.h"
 #include "board/qt/BonusScreenView.h"
@@ -12,27 +13,29 @@
 #include "controls/IA.h"
 #include "session/GameLevelSets.h"
 #include "session/GameSession.h"
+#include "audio/Music.h"
+#include "audio/MusicPlayer.h"
+#include "session/qt/HelpWindow.h"
+#include "settings/qt/frmSettings.h"
+#include "stats/qt/OpenStatistics.h"
+#include "stats/qt/frmStatistics.h"
+#include "about/qt/frmAbout.h"
+#include "about/qt/frmDsk.h"
 #include "session/qt/frmMain.h"
 #include "support/ZenkorModule.h"
 #include "support/platform/SeededRandom.h"
 #include "support/platform/qt/QtDialogs.h"
 #include "support/platform/qt/QtPictureHolder.h"
 
+#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QScreen>
 
 namespace tolva {
 namespace {
 
-// UNFINISHED: the hiscore table and the idle mascot are being built in their own rooms
-// (hiscores/, audio/); until they are wired here the game keeps no table and no mascot.
-class NoHiscoreTableYet final : public HiscoreService {
-public:
-    void CheckIfHiScore(double, std::int16_t) override {}
-    void PrintHiScore(std::int16_t, std::int32_t, std::int32_t) override {}
-    std::int16_t CheckHiscorePlace(double) const override { return -1; }
-};
-
+// UNFINISHED: the idle mascot is being built in its own room (audio/); until it is wired
+// here the game has no mascot.
 class NoMascotYet final : public IdleAnimation {
 public:
     void RestartIdle() override {}
@@ -41,8 +44,40 @@ public:
 } // namespace
 
 void GameApp::MakeServices() {
-    hiscores_ = std::make_unique<NoHiscoreTableYet>();
+    // The hiscore table draws on the panel's table picture and asks for initials over the
+    // board.
+    hiscoreView_ = std::make_unique<HiscoreDisplay>(&window_->HiScoreDisplay(), [this] { return BoardOnScreen(); });
+    hiscores_ = std::make_unique<HiscoreKeeper>(loop_, *hiscoreView_);
     idle_ = std::make_unique<NoMascotYet>();
+
+    // The windows that keys and menus open, one line each.
+    windows_.Register(GameWindow::Help, [this] { ShowHelp(window_.get(), *dialogs_); });
+    windows_.Register(GameWindow::Settings, [this] {
+        frmSettings::ShowModal(settings_, loop_,
+                               {[this] { board_->ApplySettings(settings_); }, [this] { StartMusic(); },
+                                [this] { StopMusicUnlessStopped(); }},
+                               BoardOnScreen(), window_.get());
+    });
+    windows_.Register(GameWindow::Statistics, [this] {
+        OpenStatistics(statistics_, {AppPath() + "stat.ini", session_->IsDefaultSet, *dialogs_, loop_, window_.get()});
+    });
+    windows_.Register(GameWindow::About, [this] {
+        frmAbout about(loop_, *dialogs_, BoardOnScreen(), window_.get());
+        about.exec();
+    });
+}
+
+QRect GameApp::BoardOnScreen() const {
+    const QWidget& board = window_->BoardView();
+    return QRect(board.mapToGlobal(QPoint(0, 0)), board.size());
+}
+
+void GameApp::StartMusic() {
+    if (music_) tolva::StartMusic(settings_, *music_, AppPath() + "data\\0.mod");
+}
+
+void GameApp::StopMusicUnlessStopped() {
+    if (music_ && music_->State() != MusicPlayer::StateStopped) music_->StopMod();
 }
 
 GameApp::GameApp(EventLoop& loop, std::string commandLine, Dialogs* dialogs)
@@ -71,12 +106,23 @@ GameApp::GameApp(EventLoop& loop, std::string commandLine, Dialogs* dialogs)
     board_->SetTestTubeAnimation(testTube_.get());
     new BonusScreenView(*board_);   // lives on the board's widget
     levelSets_ = std::make_unique<GameLevelSets>(*game_, *session_, *board_, *window_, *dialogs_, loop_);
+    levelSets_->HiscoreSaver = [this] { hiscores_->SaveForSet(AppPath(), levelSets_->LevelSetPath); };
+    levelSets_->HiscoreLoader = [this](std::int16_t) {
+        // The Loading window stands on top of everything; a corrupted table's message
+        // takes that away for its own time.
+        hiscores_->LoadForSet(
+            AppPath(), levelSets_->LevelSetPath, [this](const std::string& text) { window_->ShowLoadingText(text); },
+            *dialogs_, [this] { window_->SetLoadingTopMost(false); }, [this] { window_->SetLoadingTopMost(true); });
+    };
 
     window_->StandardBackground = [this] { board_->SetBackPicture(*eBack_); };
-    window_->Attach({session_.get(), board_.get(), &windows_, [this] { return startup_->Form_Unload(); }});
+    window_->Attach({session_.get(), board_.get(), &windows_, [this] { return startup_->Form_Unload(); },
+                     [this](int index) { ChooseLevelSet(index); }});
     startup_ = std::make_unique<GameStartup>(StartupParts{*game_, settings_, *session_, *board_, *levelSets_,
                                                           *window_, *dialogs_, *rng_, *sound_, *this,
-                                                          nullptr, nullptr, nullptr});
+                                                          [this] { StartMusic(); },
+                                                          [this] { if (music_) music_->StopMod(); },
+                                                          [this] { hiscores_->SaveForSet(AppPath(), levelSets_->LevelSetPath); }});
 }
 
 GameApp::~GameApp() {
@@ -90,6 +136,12 @@ GameApp::~GameApp() {
 }
 
 bool GameApp::Start(std::uint64_t seed) { return startup_->Form_Load(commandLine_, seed); }
+
+void GameApp::ChooseLevelSet(int index) {
+    levelSets_->LevelList_Click(index);
+    // A default set that fails its integrity test ends the program, as at start-up.
+    if (levelSets_->LastLoad().Integrity == LevelSetIntegrity::Failed) QCoreApplication::exit(1);
+}
 
 // ---- the start-up's steps on screen ---------------------------------------------------------
 
@@ -110,8 +162,14 @@ void GameApp::LoadGfx() {
 void GameApp::ShowAboutFirstTime() { windows_.Open(GameWindow::About); }
 
 void GameApp::ShowMainWindow() {
-    window_->CloseLoading();
-    window_->show();
+    // The false desktop covers the window's place, the game comes up under it, and two
+    // seconds later it falls away.
+    auto* desktop = new frmDsk(loop_, window_->frameGeometry());
+    QObject::connect(desktop, &frmDsk::Finished, desktop, &QObject::deleteLater);
+    desktop->Form_Load([this] {
+        window_->CloseLoading();
+        window_->show();
+    });
 }
 
 } // namespace tolva

@@ -14,6 +14,8 @@
 #include "shared/LevelModule.h"
 #include "stats/StatLog.h"
 
+#include <QPointer>
+#include <QRect>
 #include <QString>
 
 #include <cstdint>
@@ -33,8 +35,11 @@ class SeededRandom;
 class SoundEffects;
 class TolvaBoard;
 class frmMain;
-class HiscoreService;
+class frmStatistics;
+class HiscoreDisplay;
+class HiscoreKeeper;
 class IdleAnimation;
+class MusicPlayer;
 
 class GameApp final : public StartupHost {
 public:
@@ -56,6 +61,7 @@ public:
     GameLevelSets& LevelSets() { return *levelSets_; }
     LevelModule& Game() { return *game_; }
     WindowOpener& Windows() { return windows_; }
+    HiscoreKeeper& Hiscores() { return *hiscores_; }
 
     // ---- StartupHost ---------------------------------------------------------------------
     int ScreenHeight() const override;
@@ -63,8 +69,14 @@ public:
     void ShowAboutFirstTime() override;
     void ShowMainWindow() override;
 
+    // An entry of "Change level-set" was chosen.
+    void ChooseLevelSet(int index);
+
 private:
     void MakeServices();
+    QRect BoardOnScreen() const;
+    void StartMusic();
+    void StopMusicUnlessStopped();
 
     EventLoop& loop_;
     std::string commandLine_;
@@ -76,12 +88,15 @@ private:
     std::unique_ptr<QtPictureStore> pictures_;
     std::unique_ptr<SeededRandom> rng_;
     std::unique_ptr<SoundEffects> sound_;
+    std::unique_ptr<MusicPlayer> music_;
     std::unique_ptr<QtPictureStrip> testTube_;
     std::unique_ptr<QtPictureHolder> eBack_;
     StatLog stats_;
-    std::unique_ptr<HiscoreService> hiscores_;
+    std::unique_ptr<HiscoreDisplay> hiscoreView_;
+    std::unique_ptr<HiscoreKeeper> hiscores_;
     std::unique_ptr<IdleAnimation> idle_;
     WindowOpener windows_;
+    QPointer<frmStatistics> statistics_;
     std::unique_ptr<GameSession> session_;
     std::unique_ptr<TolvaBoard> board_;
     std::unique_ptr<GameLevelSets> levelSets_;

@@ -4,6 +4,7 @@
 #include "session/GameSession.h"
 #include "session/SessionView.h"
 #include "shared/GameText.h"
+#include "support/ZenkorModule.h"
 #include "support/platform/Dialogs.h"
 #include "support/platform/EventLoop.h"
 
@@ -20,6 +21,62 @@ bool GameLevelSets::InitLevels() {
     lastLoad_ = reader.InitLevels();
     session_.IsDefaultSet = IsDefault();
     return !corrupted_;
+}
+
+namespace {
+
+std::string Lower(std::string text) {
+    for (char& c : text)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    return text;
+}
+
+} // namespace
+
+void GameLevelSets::RefreshLevelSets() {
+    entries_.clear();
+    std::string levels = AppPath() + "levels\\";
+    for (const std::string& folder : ListSubfolders(levels)) {
+        const std::string tag = "levels\\" + folder + "\\";
+        const std::string name = ReadIni(AppPath() + tag + "levels.set", "main", "levelset");
+        if (name.empty()) continue;   // no level set
+        entries_.push_back({name, tag, Lower(tag) == Lower(LevelSetPath)});
+    }
+    view_.ShowLevelSets(entries_);
+}
+
+bool GameLevelSets::LevelList_Click(int index) {
+    if (index < 0 || index >= static_cast<int>(entries_.size())) return false;
+    int checked = -1;
+    for (int i = 0; i < static_cast<int>(entries_.size()) && i < MaxLevels; ++i)
+        if (entries_[static_cast<std::size_t>(i)].Checked) checked = i;
+    if (index == checked) return false;   // that set is loaded
+    if (session_.GameRunning) {
+        const auto answer = dialogs_.MessageBox("This will end your current game, sure to load new level-sets ?",
+                                                std::string(GameTitle), MessageIcon::Warning, MessageButtons::OkCancel);
+        if (answer != MessageResult::Ok) return false;
+        // The game ends through GameOver without its message: the hiscore entry and the
+        // statistics happen as at any game over.
+        session_.SilentGameOver = true;
+        board_.SetGameOver();
+        session_.SilentGameOver = false;
+    }
+    if (HiscoreSaver) HiscoreSaver();   // still the old set's path
+    for (auto& entry : entries_) entry.Checked = false;
+    const std::string old = LevelSetPath;
+    LevelSetPath = entries_[static_cast<std::size_t>(index)].Tag;
+    if (!FolderExists(AppPath() + LevelSetPath)) {
+        dialogs_.MessageBox("ERROR LOADING LEVEL-SET", std::string(GameTitle), MessageIcon::Stop, MessageButtons::Ok);
+        LevelSetPath = old;
+        if (checked >= 0) entries_[static_cast<std::size_t>(checked)].Checked = true;
+        view_.ShowLevelSets(entries_);
+        return false;
+    }
+    entries_[static_cast<std::size_t>(index)].Checked = true;
+    view_.ShowLevelSets(entries_);
+    const bool loaded = InitLevels();
+    view_.CloseLoading();
+    return loaded;
 }
 
 void GameLevelSets::SetSpellName(int spellNo, const std::string& name) {

@@ -10,6 +10,7 @@
 // the game on screen does.
 #include "levels/LevelSetHooks.h"
 #include "levels/LevelSetReader.h"
+#include "session/SessionView.h"
 
 #include <cstdint>
 #include <functional>
@@ -40,6 +41,16 @@ public:
     // The hiscore half of a load: the set's table read with the set's Crypter key and
     // drawn. The composition root gives it to the hiscore table of the game.
     std::function<void(std::int16_t setKey)> HiscoreLoader;
+    // Writes the table of the set in use to its hiscore.hi (before the set changes).
+    std::function<void()> HiscoreSaver;
+
+    // ---- the choice of a set ---------------------------------------------------------------
+    // Lists the folders under levels\ whose levels.set names a set, for the menu.
+    void RefreshLevelSets();
+    // The player chose entry `index` of the menu: ends a running game (after asking),
+    // saves the old set's table and loads the new set. False when nothing changed.
+    bool LevelList_Click(int index);
+    const std::vector<LevelSetEntry>& Entries() const { return entries_; }
 
     // ---- LevelSetHooks ------------------------------------------------------------------
     void SetSpellName(int spellNo, const std::string& name) override;
@@ -63,6 +74,7 @@ private:
     EventLoop& loop_;
     bool corrupted_ = false;
     LevelSetLoad lastLoad_;
+    std::vector<LevelSetEntry> entries_;
 };
 
 } // namespace tolva

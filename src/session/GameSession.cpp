@@ -393,8 +393,11 @@ void GameSession::ShowClicks() {
 }
 
 void GameSession::ReadClickTarget(std::int16_t levelNo) {
-    ClickTarget = IsDefaultSet ? services_.Stats.ClickTarget(levelNo) : -1;
-    view_.SetLabel(SessionLabel::Clicks, ClickTarget >= 0 ? "CLICKS: 0 / " + NumberText(ClickTarget) : "CLICKS: 0");
+    // Any stored number is shown as the target, even a negative one edited in by hand;
+    // the count after a click compares only with a target of 0 or more.
+    const auto target = IsDefaultSet ? services_.Stats.ClickTarget(levelNo) : std::nullopt;
+    ClickTarget = target.value_or(-1);
+    view_.SetLabel(SessionLabel::Clicks, target ? "CLICKS: 0 / " + NumberText(*target) : "CLICKS: 0");
 }
 
 void GameSession::NewLevel(std::int16_t levelNo) {

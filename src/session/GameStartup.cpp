@@ -45,6 +45,7 @@ bool GameStartup::Form_Load(const std::string& commandLine, std::uint64_t seed) 
     p_.Board.ApplySettings(p_.Settings);
     if (!ChooseLevelSet()) return false;
     if (commandLine.find(CheatKeyWord) != std::string::npos) p_.Session.ChangeCheatMode();
+    p_.LevelSets.RefreshLevelSets();
     p_.Rng.Seed(seed);
     if (!p_.LevelSets.InitLevels()) return false;
     p_.Session.UpdateSpells();

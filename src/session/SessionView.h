@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace tolva {
 
@@ -18,6 +19,14 @@ enum class SessionLabel {
     LevelCode,  // lbLevelCode, "LEVEL-CODE:..." in the default set
     Clicks,     // lbClicks, "CLICKS: n" or "CLICKS: n / target"
     Pointer,    // Label1, "X:x,Y:y  TYPE:v"
+};
+
+// One entry of the "Change level-set" menu: the set's name, its folder as a stored path
+// ("levels\\mine\\"), and whether it is the set in use.
+struct LevelSetEntry {
+    std::string Caption;
+    std::string Tag;
+    bool Checked = false;
 };
 
 // The spell panel: the count under each button, and the armed spell.
@@ -43,6 +52,8 @@ public:
     // The test menu's "Jump to level" list: entry `index` (0..99) shows `caption`, or is
     // hidden with an empty caption.
     virtual void SetLevelMenuEntry(int index, const std::string& caption) = 0;
+    // The "Change level-set" menu: its entries, and the menu hidden when there are none.
+    virtual void ShowLevelSets(const std::vector<LevelSetEntry>& entries) = 0;
     // The tool tip of a spell button.
     virtual void SetSpellToolTip(int spellNo, const std::string& name) = 0;
     // Clears the clipboard and puts a text on it.

@@ -123,7 +123,9 @@ TEST(LevelStart, LevelPicturesChangeOnlyWhereTheFolderHasThem) {
     TempFolder root;
     std::filesystem::create_directory(root / "lev1");
     std::filesystem::create_directory(root / "lev2");
+    root.Write("lev1/0.bmp", SolidBmp(25, 25));
     root.Write("lev1/3.bmp", SolidBmp(25, 25));
+    root.Write("lev1/9.bmp", SolidBmp(25, 25));
     root.Write("lev1/5.bmp", "BM this is no picture");
     root.Write("lev1/background.bmp", SolidBmp(600, 400));
     root.Write("7.bmp", SolidBmp(25, 25));
@@ -145,7 +147,10 @@ TEST(LevelStart, LevelPicturesChangeOnlyWhereTheFolderHasThem) {
     EXPECT_EQ(f.Game->Levels[0].levelgfxfolder, "Lev1\\");   // the record keeps the backslash
     EXPECT_EQ(Source(f.Board.Gfx(3)), stored + "Lev1\\3.bmp");
     EXPECT_EQ(Source(f.Board.Gfx(5)), stored + "old5.bmp");  // unreadable: the old one stays
-    EXPECT_FALSE(f.Board.Gfx(0).HasPicture());
+    // The first and the last colour are layered like the others.
+    EXPECT_EQ(Source(f.Board.Gfx(0)), stored + "Lev1\\0.bmp");
+    EXPECT_EQ(Source(f.Board.Gfx(9)), stored + "Lev1\\9.bmp");
+    EXPECT_FALSE(f.Board.Gfx(1).HasPicture());
     EXPECT_EQ(Source(f.Board.TmpBack()), stored + "Lev1\\background.bmp");
     // The board takes the size of a new background.
     EXPECT_EQ(f.Host.Surface.ScaleWidth(), 600);

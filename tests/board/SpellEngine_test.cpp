@@ -415,3 +415,13 @@ TEST(SpellEngine, ASpellThatEmptiesTheBoardEndsTheLevelAtTheClosingUp) {
         EXPECT_EQ(f.Rows(), (Rows{"55", "66"}));
     }
 }
+
+TEST(SpellEngine, ASpellAimedOffTheBoardIsSpentAllTheSame) {
+    SpellSessionFixture f;
+    f.StartGame({"11", "22"});
+    f.Session.SpellStock[SpellBomb] = 2;
+    f.Board.UseSpell(SpellBomb, 5, 0);    // beyond the last column of a 2 x 2 board
+    f.Board.UseSpell(SpellBomb, 0, -1);   // above the board
+    EXPECT_EQ(f.Stock(SpellBomb), 0);
+    EXPECT_EQ(f.Rows(), (std::vector<std::string>{"11", "22"}));
+}

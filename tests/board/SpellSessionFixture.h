@@ -7,6 +7,7 @@
 // temporary folder, so the statistics file lands there.
 #include "BoardFixture.h"
 #include "session/GameSession.h"
+#include "session/HeadlessSessionView.h"
 #include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
 
@@ -17,29 +18,7 @@
 
 namespace tolva::testing {
 
-class SpellSessionView final : public SessionView {
-public:
-    std::map<SessionLabel, std::string> Labels;
-    SpellPanel Panel;
-    int Panels = 0;
-
-    void SetLabel(SessionLabel label, const std::string& text) override { Labels[label] = text; }
-    void ShowSpellPanel(const SpellPanel& panel) override {
-        Panel = panel;
-        ++Panels;
-    }
-    void ShowLoading() override {}
-    void ShowLoadingText(const std::string&) override {}
-    void SetLoadingTopMost(bool) override {}
-    void CloseLoading() override {}
-    void SetTitle(const std::string&) override {}
-    void SetLevelMenuEntry(int, const std::string&) override {}
-    void SetSpellToolTip(int, const std::string&) override {}
-    void CopyToClipboard(const std::string&) override {}
-    void ShowStandardBackground() override {}
-    void ShowCheatMode(bool) override {}
-    void ShowAutoplayChecked(bool) override {}
-};
+using SpellSessionView = HeadlessSessionView;
 
 class SpellSessionServices final : public HiscoreService, public IdleAnimation {
 public:

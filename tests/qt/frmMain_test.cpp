@@ -4,6 +4,7 @@
 #include "shared/LevelModule.h"
 #include "board/TolvaBoard.h"
 #include "board/qt/BoardWidget.h"
+#include "hiscores/HiscoreKeeper.h"
 #include "session/GameSession.h"
 #include "app/GameApp.h"
 #include "session/GameLevelSets.h"
@@ -13,7 +14,9 @@
 #include "testsupport/ScriptedDialogs.h"
 #include "support/platform/HeadlessEventLoop.h"
 
+#include <QApplication>
 #include <QLabel>
+#include <QTimer>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -48,11 +51,25 @@ public:
             std::filesystem::create_directories(Dir / "levels/default");
             Dir.Write("levels/default/levels.set", ReadSource("game/levels/default/levels.set"));
         }
-        Dir.Write("tolva2.ini", ini);
+        // Past the first start: the credits that it shows would wait for a click.
+        Dir.Write("tolva2.ini", (ini.empty() ? std::string("[main]\r\n") : ini) + "notfirstuse=yes\r\n");
         SetAppPath(Dir.Path());
     }
     TempFolder Dir;
 };
+
+// Types `initials` and Enter into the initials window as soon as it waits for them.
+void TypeInitialsWhenAsked(const char* initials) {
+    QTimer::singleShot(0, [initials] {
+        QWidget* modal = QApplication::activeModalWidget();
+        if (modal == nullptr) {
+            TypeInitialsWhenAsked(initials);
+            return;
+        }
+        QTest::keyClicks(modal, initials);
+        QTest::keyClick(modal, Qt::Key_Enter);
+    });
+}
 
 // The game built by its composition root on a game folder, with scripted dialogs and the
 // virtual clock.
@@ -106,7 +123,6 @@ TEST(frmMain, StartUpStopsWithoutTheDefaultSetAndFallsBackFromABadOne) {
     {
         TestWindow t("", false);
         auto [folder, game, dialogs, app] = t.Parts();
-        frmMain& window = app.Window();
         EXPECT_FALSE(app.Start(1));
         ASSERT_EQ(dialogs.ShownBoxes().size(), 1u);
         EXPECT_EQ(dialogs.ShownBoxes()[0].Text, "ERROR! Unable to locate default levels.\nPlease re-install TOLVA II.");
@@ -163,14 +179,18 @@ TEST(frmMain, AGamePlayedWithTheMouseClearsALevelAndEnds) {
     QTest::mouseMove(&window.BoardView(), QPoint(3, 3));
     EXPECT_EQ(LabelText(window, "X:").left(9), "X:0,Y:0  ");
 
-    // Ending the game asks first, then tells the game is over.
+    // Ending the game asks first, then tells the game is over; the score takes the first
+    // place of the table, whose initials are typed into the entry window.
     dialogs.QueueMessageAnswer(MessageResult::Ok);
     dialogs.QueueMessageAnswer(MessageResult::Ok);
+    TypeInitialsWhenAsked("abc");
     app.Session().mnuEndGame_Click();
     EXPECT_FALSE(app.Session().GameRunning);
     ASSERT_GE(dialogs.ShownBoxes().size(), 2u);
     EXPECT_EQ(dialogs.ShownBoxes().back().Text, "G A M E   O V E R !");
     EXPECT_EQ(ReadIni(folder.Dir / "stat.ini", "LEVEL2", "gameover"), "1");
+    EXPECT_EQ(app.Hiscores().Table().Entries[0].Name, "ABC");
+    EXPECT_EQ(app.Hiscores().Table().Entries[0].Score, app.Session().Score);
 
     // Clicks on a finished game do nothing.
     const double score = app.Session().Score;

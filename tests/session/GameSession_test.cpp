@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 using namespace tolva;
 using namespace tolva::testing;
 
@@ -84,6 +86,16 @@ TEST(GameSession, ClickTargetsShowOnlyInTheDefaultSet) {
     EXPECT_EQ(other.Session.ClickTarget, -1);
     EXPECT_EQ(other.Label(SessionLabel::Clicks), "CLICKS: 0");
     EXPECT_EQ(other.Label(SessionLabel::LevelCode), "");
+
+    // A negative number edited into stat.ini by hand is shown as it stands; only an
+    // empty value means no target.
+    SessionFixture edited;
+    edited.SetLevel(1, {"11", "22"});
+    WriteIni(edited.Folder / "stat.ini", "LEVEL1", "minclicks", "-5");
+    edited.Session.NewGame(1);
+    EXPECT_EQ(edited.Label(SessionLabel::Clicks), "CLICKS: 0 / -5");
+    edited.Click(0, 0);
+    EXPECT_EQ(edited.Label(SessionLabel::Clicks), "CLICKS: 1");
 }
 
 TEST(GameSession, RestartingAskesFirstAndCancelKeepsTheGame) {
@@ -218,4 +230,47 @@ TEST(GameSession, PointerLabelAndSpeakerSignals) {
     f.Host.Sound.ClearCalls();
     f.Session.SpeakerEvent(2);                      // no such signal
     EXPECT_TRUE(f.BeepCalls().empty());
+}
+
+TEST(GameSession, TheLogFollowsTheSettingAndLevelHundredIsLoggedOnTheWayRound) {
+    // With "Log statistics" off nothing touches the disk, a target or not.
+    SessionFixture quiet;
+    quiet.Settings.MakeStat = false;
+    quiet.SetLevel(1, {"11", "22"});
+    quiet.SetLevel(2, {"12", "34"});
+    quiet.Session.NewGame(1);
+    quiet.Click(0, 0);
+    quiet.Click(0, 1);                        // level 2 begins, dead at once
+    quiet.Click(0, 0);
+    EXPECT_FALSE(std::filesystem::exists(quiet.Folder / "stat.ini"));
+
+    // Clearing level 100 goes round to level 1 and logs level 100 as finished.
+    SessionFixture f;
+    f.SetLevel(1, {"12", "34"});
+    f.SetLevel(100, {"11", "22"});
+    f.Session.NewGame(100);
+    f.Click(0, 0);
+    f.Click(0, 1);
+    EXPECT_EQ(f.Game->CurLevelNo, 1);
+    EXPECT_EQ(f.Stat("LEVEL100", "played"), "1");
+    EXPECT_EQ(f.Stat("LEVEL100", "minclicks"), "2");
+}
+
+TEST(GameSession, ALevelClearedInExactlyItsTargetSoundsTheGoodSignal) {
+    // In cheat mode the PC speaker tells how a cleared level compares with its target:
+    // more clicks than the target gives signal 1, as many or fewer signal 3.
+    for (const auto& [target, signalStart] : {std::pair{"2", "Beep(3000,100)"}, std::pair{"1", "Beep(1500,200)"}}) {
+        SessionFixture f;
+        f.SetLevel(1, {"11", "22"});
+        f.SetLevel(2, {"12", "34"});
+        WriteIni(f.Folder / "stat.ini", "LEVEL1", "minclicks", target);
+        f.Session.ChangeCheatMode();
+        f.Session.NewGame(1);
+        f.Host.Sound.ClearCalls();
+        f.Click(0, 0);
+        f.Click(0, 1);
+        const auto beeps = f.BeepCalls();
+        ASSERT_FALSE(beeps.empty()) << target;
+        EXPECT_EQ(beeps.front(), signalStart) << target;
+    }
 }

@@ -7,6 +7,7 @@
 #include "levels/LevelSetReader.h"
 #include "session/CountingListener.h"
 #include "session/GameSession.h"
+#include "session/HeadlessSessionView.h"
 #include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
 
@@ -15,31 +16,7 @@
 
 namespace tolva::testing {
 
-class RecordingView final : public SessionView {
-public:
-    std::map<SessionLabel, std::string> Labels;
-    SpellPanel Panel;
-    std::vector<std::string> LoadingTexts;
-    int StandardBackgrounds = 0;
-
-    void SetLabel(SessionLabel label, const std::string& text) override { Labels[label] = text; }
-    void ShowSpellPanel(const SpellPanel& panel) override { Panel = panel; }
-    void ShowLoadingText(const std::string& text) override { LoadingTexts.push_back(text); }
-    void ShowStandardBackground() override { ++StandardBackgrounds; }
-    void ShowLoading() override { LoadingTexts.push_back("<shown>"); }
-    void SetLoadingTopMost(bool) override {}
-    void CloseLoading() override { LoadingTexts.push_back("<closed>"); }
-    void SetTitle(const std::string& title) override { Title = title; }
-    void SetLevelMenuEntry(int, const std::string&) override {}
-    void SetSpellToolTip(int, const std::string&) override {}
-    void CopyToClipboard(const std::string& text) override { Clipboard = text; }
-    std::string Title;
-    std::string Clipboard;
-    void ShowCheatMode(bool on) override { CheatLabel = on; }
-    void ShowAutoplayChecked(bool checked) override { AutoplayMark = checked; }
-    bool CheatLabel = false;
-    bool AutoplayMark = false;
-};
+using RecordingView = HeadlessSessionView;
 
 // The hiscore table and the idle mascot as the session calls them, written down.
 class RecordingServices final : public HiscoreService, public IdleAnimation {

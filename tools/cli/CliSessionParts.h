@@ -8,7 +8,7 @@
 #include "audio/IdleAnimation.h"
 #include "hiscores/HiscoreService.h"
 #include "session/SessionServices.h"
-#include "session/SessionView.h"
+#include "session/HeadlessSessionView.h"
 #include "support/platform/BoardPlatform.h"
 #include "support/platform/HeadlessEventLoop.h"
 #include "support/platform/HeadlessPictureStore.h"
@@ -60,22 +60,8 @@ public:
     SeededRandom Rng;
 };
 
-class SilentView final : public SessionView {
-public:
-    void SetLabel(SessionLabel, const std::string&) override {}
-    void ShowSpellPanel(const SpellPanel&) override {}
-    void ShowLoading() override {}
-    void ShowLoadingText(const std::string&) override {}
-    void SetLoadingTopMost(bool) override {}
-    void CloseLoading() override {}
-    void SetTitle(const std::string&) override {}
-    void SetLevelMenuEntry(int, const std::string&) override {}
-    void SetSpellToolTip(int, const std::string&) override {}
-    void CopyToClipboard(const std::string&) override {}
-    void ShowStandardBackground() override {}
-    void ShowCheatMode(bool) override {}
-    void ShowAutoplayChecked(bool) override {}
-};
+// The commands print their own lines; what the session shows is kept, not drawn.
+using SilentView = HeadlessSessionView;
 
 // play and autoplay write no file and keep no table: a score has no place in it.
 class TableFreeHiscores final : public HiscoreService {

@@ -49,6 +49,8 @@ public:
         const WindowOpener* Windows = nullptr;
         // The window's close: the game's shutdown; false keeps the window open.
         std::function<bool()> Close;
+        // An entry of "Change level-set" was chosen.
+        std::function<void(int)> ChooseLevelSet;
     };
     void Attach(const Routes& routes) { routes_ = routes; }
 
@@ -81,6 +83,7 @@ public:
     void SetTitle(const std::string& title) override;
     void SetLevelMenuEntry(int index, const std::string& caption) override;
     void SetSpellToolTip(int spellNo, const std::string& name) override;
+    void ShowLevelSets(const std::vector<LevelSetEntry>& entries) override;
     void CopyToClipboard(const std::string& text) override;
     void ShowStandardBackground() override;
     void ShowCheatMode(bool on) override;

@@ -150,6 +150,18 @@ void frmMain::Game_Click() {
     ExportHiscore_->setEnabled(state.DefaultSetOnly && registered && routes_.Windows->Has(GameWindow::ExportHiscore));
 }
 
+void frmMain::ShowLevelSets(const std::vector<LevelSetEntry>& entries) {
+    levelSets_->clear();
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        QAction* entry = levelSets_->addAction(QString::fromLatin1(entries[i].Caption.c_str()), this, [this, i] {
+            if (routes_.ChooseLevelSet) routes_.ChooseLevelSet(static_cast<int>(i));
+        });
+        entry->setCheckable(true);
+        entry->setChecked(entries[i].Checked);
+    }
+    levelSets_->menuAction()->setVisible(!entries.empty());
+}
+
 void frmMain::OpenGameMenu(const QPoint& at) {
     Game_Click();
     gameMenu_->popup(at);

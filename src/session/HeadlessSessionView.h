@@ -1,0 +1,55 @@
+#pragma once
+// What the session shows, kept as plain data instead of widgets: the game without a
+// screen (tolva2-cli's headless games, whose `labels` command prints these texts) and the
+// tests read it. Nothing is drawn; every text is kept as it was last shown.
+#include "session/SessionView.h"
+
+#include <array>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace tolva {
+
+class HeadlessSessionView final : public SessionView {
+public:
+    void SetLabel(SessionLabel label, const std::string& text) override { Labels[label] = text; }
+    void ShowSpellPanel(const SpellPanel& panel) override {
+        Panel = panel;
+        ++Panels;
+    }
+    void ShowLoading() override { LoadingShown = true; }
+    void ShowLoadingText(const std::string& text) override { LoadingTexts.push_back(text); }
+    void SetLoadingTopMost(bool onTop) override { LoadingTopMost = onTop; }
+    void CloseLoading() override { LoadingShown = false; }
+    void SetTitle(const std::string& title) override { Title = title; }
+    void SetLevelMenuEntry(int index, const std::string& caption) override {
+        if (index >= 0 && index < static_cast<int>(LevelMenu.size())) LevelMenu[static_cast<std::size_t>(index)] = caption;
+    }
+    void SetSpellToolTip(int spellNo, const std::string& name) override {
+        if (spellNo >= 0 && spellNo < static_cast<int>(SpellToolTips.size()))
+            SpellToolTips[static_cast<std::size_t>(spellNo)] = name;
+    }
+    void CopyToClipboard(const std::string& text) override { Clipboard = text; }
+    void ShowLevelSets(const std::vector<LevelSetEntry>& entries) override { LevelSets = entries; }
+    void ShowStandardBackground() override { ++StandardBackgrounds; }
+    void ShowCheatMode(bool on) override { CheatLabel = on; }
+    void ShowAutoplayChecked(bool checked) override { AutoplayMark = checked; }
+
+    std::map<SessionLabel, std::string> Labels;
+    SpellPanel Panel;
+    int Panels = 0;
+    bool LoadingShown = false;
+    bool LoadingTopMost = true;
+    std::vector<std::string> LoadingTexts;
+    std::string Title;
+    std::array<std::string, 100> LevelMenu;
+    std::array<std::string, 6> SpellToolTips;
+    std::string Clipboard;
+    std::vector<LevelSetEntry> LevelSets;
+    int StandardBackgrounds = 0;
+    bool CheatLabel = false;
+    bool AutoplayMark = false;
+};
+
+} // namespace tolva
