@@ -1,7 +1,8 @@
 #include "app/GameApp.h"
 
-#include "audio/HeadlessSoundEffects.h"
-#include "audio/IdleAnimation.h"
+#include "audio/IdleMascot.h"
+#include "audio/qt/QtSoundEffects.h"
+#include "audio/qt/ZenkorPlayer.h"
 #include "hiscores/HiscoreKeeper.h"
 #include "hiscores/qt/HiscoreDisplay.h"
 #include "board/TolvaBoard.h"
@@ -32,23 +33,19 @@
 #include <QScreen>
 
 namespace tolva {
-namespace {
-
-// UNFINISHED: the idle mascot is being built in its own room (audio/); until it is wired
-// here the game has no mascot.
-class NoMascotYet final : public IdleAnimation {
-public:
-    void RestartIdle() override {}
-};
-
-} // namespace
 
 void GameApp::MakeServices() {
     // The hiscore table draws on the panel's table picture and asks for initials over the
     // board.
     hiscoreView_ = std::make_unique<HiscoreDisplay>(&window_->HiScoreDisplay(), [this] { return BoardOnScreen(); });
     hiscores_ = std::make_unique<HiscoreKeeper>(loop_, *hiscoreView_);
-    idle_ = std::make_unique<NoMascotYet>();
+    // The mascot in the panel's corner plays when the player idles, and at a press on it.
+    kedelig_ = std::make_unique<QtPictureStrip>("Kedelig", &window_->Kedelig());
+    auto mascot = std::make_unique<IdleMascot>(*kedelig_, *sound_, loop_, *rng_, settings_,
+                                               [this] { return game_->NoSpellBusy; });
+    QObject::connect(&window_->Kedelig(), &IA::MouseDown, &window_->Kedelig(),
+                     [idle = mascot.get()] { idle->Kedelig_MouseDown(); });
+    idle_ = std::move(mascot);
 
     // The windows that keys and menus open, one line each.
     windows_.Register(GameWindow::Help, [this] { ShowHelp(window_.get(), *dialogs_); });
@@ -91,7 +88,9 @@ GameApp::GameApp(EventLoop& loop, std::string commandLine, Dialogs* dialogs)
     dialogs_ = dialogs;
     pictures_ = std::make_unique<QtPictureStore>(loop_, &window_->BoardView());
     rng_ = std::make_unique<SeededRandom>(1);
-    sound_ = std::make_unique<HeadlessSoundEffects>(loop_);
+    // Neither opens the sound device before the first sound or tune asks for it.
+    sound_ = std::make_unique<QtSoundEffects>(*dialogs_);
+    music_ = std::make_unique<ZenkorPlayer>();
     testTube_ = std::make_unique<QtPictureStrip>("TestTubeAnimation", &window_->TestTubeAnimation());
     eBack_ = MakeStandardBackground();
     MakeServices();
@@ -120,7 +119,10 @@ GameApp::GameApp(EventLoop& loop, std::string commandLine, Dialogs* dialogs)
                      [this](int index) { ChooseLevelSet(index); }});
     startup_ = std::make_unique<GameStartup>(StartupParts{*game_, settings_, *session_, *board_, *levelSets_,
                                                           *window_, *dialogs_, *rng_, *sound_, *this,
-                                                          [this] { StartMusic(); },
+                                                          // Opening the sound device and rendering the
+                                                          // module take longer than showing the window:
+                                                          // the tune starts once the window is up.
+                                                          [this] { loop_.Post([this] { StartMusic(); }); },
                                                           [this] { if (music_) music_->StopMod(); },
                                                           [this] { hiscores_->SaveForSet(AppPath(), levelSets_->LevelSetPath); }});
 }
@@ -132,6 +134,8 @@ GameApp::~GameApp() {
     window_->BoardView().AttachBoard(nullptr);
     board_.reset();
     session_.reset();
+    idle_.reset();
+    kedelig_.reset();
     testTube_.reset();
 }
 

@@ -94,6 +94,7 @@ private:
     StatLog stats_;
     std::unique_ptr<HiscoreDisplay> hiscoreView_;
     std::unique_ptr<HiscoreKeeper> hiscores_;
+    std::unique_ptr<QtPictureStrip> kedelig_;
     std::unique_ptr<IdleAnimation> idle_;
     WindowOpener windows_;
     QPointer<frmStatistics> statistics_;
