@@ -9,6 +9,7 @@
 //
 // K is "default" (the default set's key), "other" (every other set's) or a number.
 #include "CliCommand.h"
+#include "CliHiscore.h"
 
 #include "hiscores/Hiscores.h"
 #include "support/ZenkorModule.h"
@@ -21,6 +22,19 @@
 #include <vector>
 
 namespace tolva::cli {
+
+std::string HiscoreShowText(const std::string& file, std::int16_t key) {
+    Hiscores table;
+    const HiscoreLoad load = table.ReadAsStored(file, key);
+    std::string out;
+    for (int i = 0; i < Hiscores::Places; ++i) {
+        out += std::to_string(i + 1) + '\t' + table[i].Name + '\t' + NumberText(table[i].Level) + '\t' +
+               NumberText(table[i].Score) + '\n';
+    }
+    out += load == HiscoreLoad::Loaded ? "checksum: ok\n" : load == HiscoreLoad::Empty ? "checksum: none\n"
+                                                                                      : "checksum: bad\n";
+    return out;
+}
 
 namespace {
 
@@ -83,15 +97,7 @@ int Written(const std::string& sub) {
 }
 
 int RunShow(const HiscoreArgs& a) {
-    Hiscores table;
-    const HiscoreLoad load = table.ReadAsStored(a.file, a.key);
-    std::string out;
-    for (int i = 0; i < Hiscores::Places; ++i) {
-        out += std::to_string(i + 1) + '\t' + table[i].Name + '\t' + NumberText(table[i].Level) + '\t' +
-               NumberText(table[i].Score) + '\n';
-    }
-    out += load == HiscoreLoad::Loaded ? "checksum: ok\n" : load == HiscoreLoad::Empty ? "checksum: none\n"
-                                                                                      : "checksum: bad\n";
+    const std::string out = HiscoreShowText(a.file, a.key);
     std::cout.write(out.data(), static_cast<std::streamsize>(out.size()));
     return Written("show");
 }

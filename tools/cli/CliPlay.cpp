@@ -1,13 +1,6 @@
 // tolva2-cli play DIR --level N [--seed S]: plays a level of the set in DIR on a board
-// without a screen, driven by commands on standard input, one a line:
-//   click X Y [BUTTON]   a click on cell (X, Y), by the road automatic play takes
-//                        (BUTTON 1 left, the default, 2 right)
-//   arm SPELL            arms a spell as its button does, with stock or without; SPELL is
-//                        its number 0..5 or its name ("gun", "test tube"); "none" disarms
-//   wait MS              lets MS milliseconds of game time pass (0..3600000)
-//   grid                 the cell values of the board, a line per row from the top
-//   spells               the hidden spell numbers of the board, the same way
-// Blank lines and lines starting with '#' are passed over. Every board event is printed
+// without a screen, driven by the board's commands on standard input, one a line (click,
+// arm, wait, grid, spells: see CliBoardCommands.h). Blank lines and lines starting with '#' are passed over. Every board event is printed
 // as it is raised, one a line: its name, then its arguments in decimal, booleans as
 // true/false. A malformed command prints a line "error: ..." in its place and play goes
 // on; the exit status is then 1.
@@ -18,6 +11,7 @@
 // wait, or inside a click whose effects wait (a saw runs four seconds of game time). The
 // settings are the game's defaults, except that nothing is logged to stat.ini: playing a
 // set from the command line writes no file.
+#include "CliBoardCommands.h"
 #include "CliCommand.h"
 #include "CliSessionParts.h"
 
@@ -43,8 +37,6 @@ namespace tolva::cli {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::int64_t LongestWait = 3'600'000;
 
 // Prints each board event, then hands it to the session.
 class PrintingListener final : public BoardListener {
@@ -85,32 +77,6 @@ private:
 };
 
 
-std::optional<std::int64_t> WholeNumber(const std::string& text) {
-    std::int64_t value = 0;
-    const char* end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, value);
-    if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
-    return value;
-}
-
-std::string Lower(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::tolower(c); });
-    return text;
-}
-
-// A spell by number or by name, blanks, '-' and '_' alike; NoSpell for "none", nullopt
-// for anything else.
-std::optional<std::int16_t> SpellByName(const std::string& text) {
-    std::string key = Lower(text);
-    std::replace(key.begin(), key.end(), '-', ' ');
-    std::replace(key.begin(), key.end(), '_', ' ');
-    if (key == "none" || key == "-1") return NoSpell;
-    if (const auto n = WholeNumber(key); n && *n >= 0 && *n < SpellCount) return static_cast<std::int16_t>(*n);
-    for (std::size_t i = 0; i < SpellNameList.size(); ++i)
-        if (key == Lower(std::string(SpellNameList[i]))) return static_cast<std::int16_t>(i);
-    return std::nullopt;
-}
-
 // One game of the command: the platform, the game variables, the session and the board.
 class PlayGame {
 public:
@@ -132,11 +98,6 @@ public:
     std::string Run(const std::string& line);
 
 private:
-    std::string Click(const std::vector<std::string>& words);
-    std::string Arm(const std::vector<std::string>& words);
-    std::string Wait(const std::vector<std::string>& words);
-    void PrintGrid(const CellGrid& grid);
-
     CliPlatform host_;
     std::unique_ptr<LevelModule> game_;
     SilentView view_;
@@ -151,82 +112,10 @@ private:
 };
 
 std::string PlayGame::Run(const std::string& line) {
-    std::istringstream in(line);
-    std::vector<std::string> words;
-    for (std::string w; in >> w;) words.push_back(w);
-    if (words.empty() || words[0][0] == '#') return {};
-    const std::string command = Lower(words[0]);
-    std::string error;
-    if (command == "click") error = Click(words);
-    else if (command == "arm") error = Arm(words);
-    else if (command == "wait") error = Wait(words);
-    else if (command == "grid" || command == "spells") {
-        if (words.size() != 1) return command + " takes no arguments";
-        PrintGrid(command == "grid" ? board_.Bricks : board_.Spells);
-    } else {
-        return "unknown command '" + words[0] + "'; use click, arm, wait, grid or spells";
-    }
-    // What the board painted and played is not shown; keep the records from piling up.
-        return error;
-}
-
-std::string PlayGame::Click(const std::vector<std::string>& words) {
-    if (words.size() != 3 && words.size() != 4) return "click needs X Y [BUTTON]";
-    const auto x = WholeNumber(words[1]);
-    const auto y = WholeNumber(words[2]);
-    const auto button = words.size() == 4 ? WholeNumber(words[3]) : std::optional<std::int64_t>(1);
-    if (!x || !y || *x < -MaxBricks || *x > 2 * MaxBricks || *y < -MaxBricks || *y > 2 * MaxBricks)
-        return "click needs whole cell numbers X and Y";
-    if (!button || *button < 1 || *button > 3) return "the button of a click is 1, 2 or 3";
-    float fx = static_cast<float>(*x);
-    float fy = static_cast<float>(*y);
-    board_.ClickOnBrick(fx, fy, static_cast<std::int16_t>(*button));
-    return {};
-}
-
-std::string PlayGame::Arm(const std::vector<std::string>& words) {
-    if (words.size() < 2) return "arm needs a spell: 0..5 or its name";
-    std::string name = words[1];
-    for (std::size_t i = 2; i < words.size(); ++i) name += " " + words[i];
-    const auto spell = SpellByName(name);
-    if (!spell) return "no spell '" + name + "'; use 0..5 or a name such as gun or test tube";
-    if (*spell == NoSpell) {
-        session_.ActiveSpell_Click();
-    } else if (game_->ActiveSpell != *spell) {
-        // The spell button's own rule, with the stock left out of it: for the length of
-        // the press the game is in cheat mode, in which a button arms without stock.
-        const bool cheat = game_->CheatMode;
-        game_->CheatMode = true;
-        session_.sp_Click(*spell);
-        game_->CheatMode = cheat;
-    }
-    return {};
-}
-
-std::string PlayGame::Wait(const std::vector<std::string>& words) {
-    const auto ms = words.size() == 2 ? WholeNumber(words[1]) : std::nullopt;
-    if (!ms || *ms < 0 || *ms > LongestWait) return "wait needs milliseconds from 0 to " + std::to_string(LongestWait);
-    // A timer marks the end of the wait, and the game runs until it has ticked. What is
-    // due meanwhile may wait in turn (a level's bonus count-up inside the closing up of
-    // the board); the clock then goes on past the end, and never back.
-    bool done = false;
-    auto end = host_.Loop.CreateTimer(true);
-    end->SetInterval(static_cast<std::int32_t>(*ms));
-    end->OnTick = [&] {
-        done = true;
-        end->SetEnabled(false);
-    };
-    end->SetEnabled(true);
-    host_.Loop.WaitUntil([&] { return done; });
-    return {};
-}
-
-void PlayGame::PrintGrid(const CellGrid& grid) {
-    const int n = board_.xBricks();
-    for (int y = 0; y < n; ++y) {
-        for (int x = 0; x < n; ++x) std::cout << (x > 0 ? " " : "") << grid(x, y);
-        std::cout << '\n';
-    }
+    const auto words = CommandWords(line);
+    if (words.empty()) return {};
+    if (auto result = RunBoardCommand(words, {*game_, session_, board_, host_.Loop, std::cout})) return *result;
+    return "unknown command '" + words[0] + "'; use click, arm, wait, grid or spells";
 }
 
 struct PlayOptions {

@@ -1,0 +1,134 @@
+// tolva2-cli session: whole games without a window in a game folder of the shipped sets,
+// as a script drives them, and what they leave in the folder for the next start.
+#include "support/TempFolder.h"
+
+#include "CliRunner.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+using tolva::testing::Cli;
+using tolva::testing::CliRun;
+using tolva::testing::Quote;
+using tolva::testing::TempFolder;
+
+namespace {
+
+std::string ReadSource(const std::string& relative) {
+    std::ifstream in(std::string(TOLVA_SOURCE_DIR) + "/" + relative, std::ios::binary);
+    std::stringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+// A game folder with both shipped sets and no pictures or tolva2.ini.
+struct GameDir {
+    GameDir() {
+        for (const char* set : {"default", "miniatures"}) {
+            std::filesystem::create_directories(Dir / (std::string("levels/") + set));
+            Dir.Write(std::string("levels/") + set + "/levels.set",
+                      ReadSource(std::string("game/levels/") + set + "/levels.set"));
+        }
+    }
+    CliRun Session(const std::string& script) {
+        Dir.Write("script.txt", script);
+        return Cli("session " + Quote(Dir.Path()) + " < " + Quote(Dir / "script.txt"));
+    }
+    TempFolder Dir;
+};
+
+// The clicks of the stored solution of default level 1, each followed by time enough for
+// the board to settle, as a player's next click would be.
+std::string SolutionOfLevel1() {
+    std::istringstream lines(ReadSource("tools/levelgen/default-solutions.txt"));
+    for (std::string line; std::getline(lines, line);) {
+        if (line.rfind("level 1:", 0) != 0) continue;
+        std::istringstream cells(line.substr(8));
+        std::string script;
+        for (std::string cell; cells >> cell;) {
+            cell[cell.find(',')] = ' ';
+            script += "click " + cell + "\nwait 2000\n";
+        }
+        return script;
+    }
+    return {};
+}
+
+bool Contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+
+} // namespace
+
+TEST(CliSession, AGameThatEndsWithAPlaceKeepsItInTheTableAfterARestart) {
+    GameDir game;
+    const std::string solution = SolutionOfLevel1();
+    ASSERT_FALSE(solution.empty());
+    CliRun r = game.Session("newgame 1\n" + solution + "wait 20000\nlabels\ninitials ab\nendgame\ntable\nquit\n");
+    EXPECT_EQ(r.status, 0) << r.out;
+    // Level 1 is cleared and level 2 runs with its code.
+    EXPECT_TRUE(Contains(r.out, "Level: 2\nBonus: 0\nLevelName: ")) << r.out;
+    EXPECT_TRUE(Contains(r.out, "LevelCode: LEVEL-CODE:")) << r.out;
+    EXPECT_TRUE(Contains(r.out, "message: Are you sure you want to end this game ?\n"
+                                "message: G A M E   O V E R !\n1\tAB \t2\t"))
+        << r.out;
+    EXPECT_TRUE(Contains(r.out, "\n2\t...\t0\t0\n")) << r.out;
+    EXPECT_TRUE(Contains(r.out, "checksum: ok\n")) << r.out;
+
+    // The table is in the set's own file, and the next start shows it unchanged.
+    const std::string table = r.out.substr(r.out.find("1\tAB "));
+    const CliRun shown = Cli("hiscore show " + Quote(game.Dir / "levels/default/hiscore.hi"));
+    EXPECT_EQ(shown.out, table);
+    const CliRun again = game.Session("table\nquit\n");
+    EXPECT_EQ(again.status, 0);
+    EXPECT_EQ(again.out, table);
+    EXPECT_TRUE(Contains(game.Dir.Read("tolva2.ini"), "levelset=levels\\default\\\r\n"));
+}
+
+TEST(CliSession, ChoosingAnotherSetDuringAGameEndsItSilentlyAndEachSetKeepsItsTable) {
+    GameDir game;
+    CliRun r = game.Session("newgame 1\nclick 1 7\nwait 2000\ninitials xyz\nset miniatures\ntable\nlabels\nquit\n");
+    EXPECT_EQ(r.status, 0) << r.out;
+    // One question, and no game-over message: the game ends silently, its score takes a
+    // place in the default set's table, and the Miniatures table is empty.
+    EXPECT_TRUE(Contains(r.out, "message: This will end your current game, sure to load new level-sets ?\n1\t...\t0\t0\n"))
+        << r.out;
+    EXPECT_FALSE(Contains(r.out, "G A M E")) << r.out;
+    const CliRun defaultTable = Cli("hiscore show " + Quote(game.Dir / "levels/default/hiscore.hi"));
+    EXPECT_EQ(defaultTable.Lines().at(0).substr(0, 7), "1\tXYZ\t1");
+    EXPECT_EQ(defaultTable.Lines().back(), "checksum: ok");
+
+    // The choice survives the restart; the next game plays the Miniatures levels.
+    EXPECT_TRUE(Contains(game.Dir.Read("tolva2.ini"), "levelset=levels\\miniatures\\\r\n"));
+    r = game.Session("newgame 1\nlabels\nset default\ntable\nset nosuchset\nquit\n");
+    EXPECT_EQ(r.status, 1);   // the unknown set is an error of the script
+    EXPECT_TRUE(Contains(r.out, "error: no level set 'nosuchset' in the menu\n")) << r.out;
+    EXPECT_TRUE(Contains(r.out, "LevelCode: \n")) << r.out;   // no level codes outside the default set
+    EXPECT_TRUE(Contains(r.out, "1\tXYZ\t1\t")) << r.out;      // back in the default set, its own table
+}
+
+TEST(CliSession, StopMessagesAndBadScriptsEndAsDocumented) {
+    // No default set: the stop message, and status 1.
+    TempFolder empty;
+    empty.Write("script.txt", "quit\n");
+    CliRun r = Cli("session " + Quote(empty.Path()) + " < " + Quote(empty / "script.txt"));
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.out, "message: ERROR! Unable to locate default levels.\nPlease re-install TOLVA II.\n");
+
+    // Bad arguments are usage errors.
+    EXPECT_EQ(Cli("session").status, 2);
+    EXPECT_EQ(Cli("session " + Quote(empty / "missing")).status, 2);
+    EXPECT_EQ(Cli("session " + Quote(empty.Path()) + " --seed x").status, 2);
+
+    // A malformed line is reported in its place and the session goes on.
+    GameDir game;
+    r = game.Session("newgame 0\nfly\nnewgame 3\nlabels\n");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_TRUE(Contains(r.out, "error: newgame needs a level from 1 to 100\nerror: unknown command 'fly'")) << r.out;
+    EXPECT_TRUE(Contains(r.out, "Level: 3\n")) << r.out;
+    // Input that ends without quit saves no settings, as a killed game would not: the
+    // first start only marks itself done.
+    EXPECT_EQ(game.Dir.Read("tolva2.ini"), "[main]\r\nnotfirstuse=yes\r\n");
+}
