@@ -23,6 +23,7 @@
 #include "about/qt/frmAbout.h"
 #include "about/qt/frmDsk.h"
 #include "session/qt/frmMain.h"
+#include "support/StartupTrace.h"
 #include "support/ZenkorModule.h"
 #include "support/platform/SeededRandom.h"
 #include "support/platform/qt/QtDialogs.h"
@@ -139,7 +140,10 @@ GameApp::~GameApp() {
     testTube_.reset();
 }
 
-bool GameApp::Start(std::uint64_t seed) { return startup_->Form_Load(commandLine_, seed); }
+bool GameApp::Start(std::uint64_t seed) {
+    StartupTrace::Mark("game objects built");
+    return startup_->Form_Load(commandLine_, seed);
+}
 
 void GameApp::ChooseLevelSet(int index) {
     levelSets_->LevelList_Click(index);
@@ -173,6 +177,8 @@ void GameApp::ShowMainWindow() {
     desktop->Form_Load([this] {
         window_->CloseLoading();
         window_->show();
+        StartupTrace::Mark("main window shown");
+        if (StartupTrace::On()) loop_.Post([] { StartupTrace::Mark("first events handled"); });
     });
 }
 

@@ -1,6 +1,7 @@
 // TOLVA II: the game's entry point. It makes the application and the game folder and
 // hands over to the composition root, whose start-up is the game's.
 #include "app/GameApp.h"
+#include "support/StartupTrace.h"
 #include "support/ZenkorModule.h"
 #include "support/platform/qt/QtEventLoop.h"
 
@@ -8,7 +9,9 @@
 #include <QDateTime>
 
 int main(int argc, char** argv) {
+    tolva::StartupTrace::Mark("libraries loaded, main entered");
     QApplication app(argc, argv);
+    tolva::StartupTrace::Mark("application");
     Q_INIT_RESOURCE(builtin);
     QApplication::setApplicationName("TOLVA II");
     QApplication::setApplicationVersion(TOLVA_VERSION);

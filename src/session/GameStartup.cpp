@@ -7,6 +7,7 @@
 #include "session/SessionView.h"
 #include "settings/GameSettings.h"
 #include "shared/GameText.h"
+#include "support/StartupTrace.h"
 #include "support/ZenkorModule.h"
 #include "support/platform/Dialogs.h"
 #include "support/platform/Random.h"
@@ -39,6 +40,7 @@ bool GameStartup::Form_Load(const std::string& commandLine, std::uint64_t seed) 
     p_.Game.NoSpellBusy = true;
     for (int i = 0; i < MaxLevels; ++i) p_.View.SetLevelMenuEntry(i, "");
     p_.Host.LoadGfx();
+    StartupTrace::Mark("loading window and pictures");
     p_.View.ShowLoadingText("Settings...");
 
     p_.Settings = GameSettings::Read(IniFile());
@@ -46,8 +48,10 @@ bool GameStartup::Form_Load(const std::string& commandLine, std::uint64_t seed) 
     if (!ChooseLevelSet()) return false;
     if (commandLine.find(CheatKeyWord) != std::string::npos) p_.Session.ChangeCheatMode();
     p_.LevelSets.RefreshLevelSets();
+    StartupTrace::Mark("settings and the level-set menu");
     p_.Rng.Seed(seed);
     if (!p_.LevelSets.InitLevels()) return false;
+    StartupTrace::Mark("level set and hiscore table");
     p_.Session.UpdateSpells();
     if (p_.Settings.PlayMusic == 1 && p_.StartMusic) p_.StartMusic();
     if (GameSettings::IsFirstUse(IniFile())) {
