@@ -76,6 +76,20 @@ const std::string* FormFields::Find(std::string_view name) const {
     return nullptr;
 }
 
+std::string EncodeFormValue(std::string_view bytes) {
+    static constexpr char Hex[] = "0123456789ABCDEF";
+    std::string out;
+    out.reserve(bytes.size() * 3);
+    for (const char c : bytes) {
+        const auto code = static_cast<unsigned char>(c);
+        if (std::isalnum(code) && code < 0x80) out += c;
+        else if (c == '-' || c == '_' || c == '.' || c == '*') out += c;
+        else if (c == ' ') out += '+';
+        else out.append({'%', Hex[code >> 4], Hex[code & 0x0F]});
+    }
+    return out;
+}
+
 bool IsFormEncoded(std::string_view contentType) {
     const std::string type = Lower(contentType.substr(0, contentType.find(';')));
     const std::size_t first = type.find_first_not_of(" \t");

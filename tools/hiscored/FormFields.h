@@ -23,6 +23,11 @@ private:
     std::vector<std::pair<std::string, std::string>> fields_;
 };
 
+// `bytes` as a name or value of a form body, as a browser encodes it: letters, digits
+// and "-_.*" as they are, a blank as '+', every other byte as %XX. For clients: the
+// tests and the load driver post with it.
+std::string EncodeFormValue(std::string_view bytes);
+
 // True if the request's Content-Type names the form encoding (or is missing, as with
 // some old clients); parameters such as "; charset=..." are allowed.
 bool IsFormEncoded(std::string_view contentType);

@@ -4,7 +4,6 @@
 
 #include "support/ZenkorModule.h"
 
-#include <cmath>
 
 namespace tolva::hiscored {
 
@@ -43,10 +42,6 @@ SubmissionRead ReadSubmission(const FormFields& form) {
     }
     for (int i = 0; i < Hiscores::Places; ++i) {
         const HiscoreEntry& entry = parse.Entries[static_cast<std::size_t>(i)];
-        if (!std::isfinite(entry.Score)) {
-            read.Problem = "a score is too large to be a number";
-            return read;
-        }
         if (entry.Score > 0) read.Value.Places.push_back({i, entry});
     }
     if (const std::string* stat = form.Find("stat")) {
