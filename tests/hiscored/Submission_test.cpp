@@ -1,0 +1,92 @@
+// A submission read with the game's own table code: what passes, what is refused and why.
+#include "CodePage.h"
+#include "FormFields.h"
+#include "Submission.h"
+
+#include "support/ZenkorModule.h"
+
+#include <gtest/gtest.h>
+
+using namespace tolva::hiscored;
+using tolva::DefaultSetKey;
+using tolva::Hiscores;
+using tolva::OtherSetKey;
+
+namespace {
+
+Hiscores Sample() {
+    Hiscores table;
+    table[0] = {"<i>", 31, 123456789};
+    table[1] = {"\"'&", 12, 5000};
+    table[2] = {"\xC4\xD6\xDC", 9, 400.5};
+    return table;  // places 3..9 are free
+}
+
+SubmissionRead Read(const std::string& body) {
+    std::string error;
+    const auto form = FormFields::Decode(body, error);
+    if (!form) {
+        ADD_FAILURE() << error;
+        return {};
+    }
+    return ReadSubmission(*form);
+}
+
+std::string Body(const std::string& data) { return "hiscoredata=" + EncodeFormValue(data); }
+
+} // namespace
+
+TEST(Submission, TakesTheGamesTableWithItsScoredPlacesAndTheStatistics) {
+    const std::string data = Sample().MakeHiscoreString(DefaultSetKey);
+    const SubmissionRead read = Read(Body(data) + "&stat=" + EncodeFormValue("[LEVEL1]\r\nclicks=3\r\n"));
+    ASSERT_TRUE(read.Ok) << read.Problem;
+    ASSERT_EQ(read.Value.Places.size(), 3u);
+    EXPECT_EQ(read.Value.Places[0].Index, 0);
+    EXPECT_EQ(read.Value.Places[0].Entry, Sample()[0]);
+    EXPECT_EQ(read.Value.Places[2].Entry, Sample()[2]);
+    EXPECT_TRUE(read.Value.HasStat);
+    EXPECT_EQ(read.Value.Stat, "[LEVEL1]\r\nclicks=3\r\n");
+
+    const SubmissionRead withoutStat = Read(Body(data));
+    ASSERT_TRUE(withoutStat.Ok);
+    EXPECT_FALSE(withoutStat.Value.HasStat);
+
+    // A table of free places checks out and has nothing to keep.
+    const SubmissionRead empty = Read(Body(Hiscores().MakeHiscoreString(DefaultSetKey)));
+    ASSERT_TRUE(empty.Ok) << empty.Problem;
+    EXPECT_TRUE(empty.Value.Places.empty());
+}
+
+TEST(Submission, TakesATableThatABrowserSentInUtf8) {
+    const std::string data = Sample().MakeHiscoreString(DefaultSetKey);
+    const std::string utf8 = CodePageToUtf8(data);
+    ASSERT_NE(utf8, data);  // the cipher's high codes make the two differ
+    const SubmissionRead read = Read(Body(utf8));
+    ASSERT_TRUE(read.Ok) << read.Problem;
+    EXPECT_EQ(read.Value.Places[2].Entry.Name, "\xC4\xD6\xDC");
+}
+
+TEST(Submission, RefusesTablesThatDoNotCheckOut) {
+    const std::string data = Sample().MakeHiscoreString(DefaultSetKey);
+
+    // One score changed by one digit, as a player editing the table would.
+    std::string plain = tolva::DecryptNumber(data, DefaultSetKey);
+    const std::size_t digit = plain.find("5000");
+    ASSERT_NE(digit, std::string::npos);
+    plain[digit] = '6';
+    const SubmissionRead tampered = Read(Body(tolva::EncryptNumber(plain, DefaultSetKey)));
+    EXPECT_FALSE(tampered.Ok);
+    EXPECT_NE(tampered.Problem.find("checksum"), std::string::npos) << tampered.Problem;
+
+    const SubmissionRead truncated = Read(Body(data.substr(0, data.size() / 2)));
+    EXPECT_FALSE(truncated.Ok);
+    EXPECT_NE(truncated.Problem.find("ends before"), std::string::npos) << truncated.Problem;
+
+    // Another set's table is not what the game submits.
+    EXPECT_FALSE(Read(Body(Sample().MakeHiscoreString(OtherSetKey))).Ok);
+
+    const SubmissionRead missing = Read("stat=x");
+    EXPECT_FALSE(missing.Ok);
+    EXPECT_NE(missing.Problem.find("no hiscoredata"), std::string::npos);
+    EXPECT_FALSE(Read("hiscoredata=").Ok);
+}
