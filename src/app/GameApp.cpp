@@ -1,8 +1,7 @@
 #include "app/GameApp.h"
 
 #include "audio/IdleMascot.h"
-#include "audio/qt/QtSoundEffects.h"
-#include "audio/qt/ZenkorPlayer.h"
+#include "audio/qt/DeferredAudio.h"
 #include "hiscores/HiscoreKeeper.h"
 #include "hiscores/qt/HiscoreDisplay.h"
 #include "board/TolvaBoard.h"
@@ -89,9 +88,11 @@ GameApp::GameApp(EventLoop& loop, std::string commandLine, Dialogs* dialogs)
     dialogs_ = dialogs;
     pictures_ = std::make_unique<QtPictureStore>(loop_, &window_->BoardView());
     rng_ = std::make_unique<SeededRandom>(1);
-    // Neither opens the sound device before the first sound or tune asks for it.
-    sound_ = std::make_unique<QtSoundEffects>(*dialogs_);
-    music_ = std::make_unique<ZenkorPlayer>();
+    // The audio plug-in and the sound device wait for the first sound or tune.
+    audio_ = std::make_unique<AudioPluginLoader>(
+        QStringList{QCoreApplication::applicationDirPath(), QStringLiteral(TOLVA_BUILD_GAME_DIR)});
+    sound_ = std::make_unique<DeferredSoundEffects>(*audio_, *dialogs_);
+    music_ = std::make_unique<DeferredMusicPlayer>(*audio_);
     testTube_ = std::make_unique<QtPictureStrip>("TestTubeAnimation", &window_->TestTubeAnimation());
     eBack_ = MakeStandardBackground();
     MakeServices();

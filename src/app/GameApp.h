@@ -23,6 +23,7 @@
 
 namespace tolva {
 
+class AudioPluginLoader;
 class Dialogs;
 class EventLoop;
 class GameLevelSets;
@@ -87,6 +88,7 @@ private:
     Dialogs* dialogs_ = nullptr;
     std::unique_ptr<QtPictureStore> pictures_;
     std::unique_ptr<SeededRandom> rng_;
+    std::unique_ptr<AudioPluginLoader> audio_;
     std::unique_ptr<SoundEffects> sound_;
     std::unique_ptr<MusicPlayer> music_;
     std::unique_ptr<QtPictureStrip> testTube_;
