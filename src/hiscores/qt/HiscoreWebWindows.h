@@ -26,9 +26,9 @@ struct HiscoreWebParts {
     std::function<bool()> IsDefaultSet;
     std::function<bool()> GameRunning;
     // Where the browser plug-in is; empty for plugins/ beside the executable.
-    QString PluginFile;
+    QString PluginFile = {};
     // Opens an address in the system's browser; empty for QDesktopServices.
-    std::function<void(const QUrl&)> OpenUrl;
+    std::function<void(const QUrl&)> OpenUrl = {};
 };
 
 // Registers ExportHiscore, SubmitInternetHiscores and ShowInternetHiscores.
