@@ -1,6 +1,8 @@
 // tolva2-cli hiscore, run as a user runs it: the built tool, files and shell redirection.
 #include "CliRunner.h"
 #include "hiscores/Hiscores.h"
+#include "hiscores/SubmissionPage.h"
+#include "settings/GameSettings.h"
 #include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
 
@@ -9,6 +11,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -127,4 +130,32 @@ TEST(CliHiscore, BadArgumentsAndFailedWrites) {
         EXPECT_EQ(full.status, 1) << sub;
         EXPECT_EQ(std::count(full.err.begin(), full.err.end(), '\n'), 1) << sub;
     }
+}
+
+TEST(CliHiscore, PageGivesTheBytesASubmissionFromTheGameFolderWouldWrite) {
+    TempFolder game;
+    std::filesystem::create_directories(game / "levels/default");
+    Hiscores table;
+    table[0] = {"Q\"<i>", 8, 31000};
+    ASSERT_TRUE(table.SaveScore(game / "levels/default/hiscore.hi", tolva::DefaultSetKey));
+    game.Write("stat.ini", "[LEVEL1]\r\nclicks=4\r\n");
+    game.Write("tolva2.ini", "[main]\r\nHiscoreUrl=http://127.0.0.1:8/h.asp\r\nsupplystatfile=1\r\n");
+
+    tolva::GameSettings settings;
+    settings.HiscoreUrl = "http://127.0.0.1:8/h.asp";
+    settings.SupplyStatFile = true;
+    const ToolRun with = Hiscore(game, "page " + Quote(game.Path() + "/"));
+    EXPECT_EQ(with.status, 0);
+    EXPECT_EQ(with.out, tolva::MakeSubmissionPage(game.Path() + "\\", settings, table, tolva::DefaultSetKey));
+    EXPECT_NE(with.out.find("<textarea name=\"stat\">[LEVEL1]\r\nclicks=4\r\n</textarea>"), std::string::npos);
+
+    game.Write("tolva2.ini", "[main]\r\nHiscoreUrl=http://127.0.0.1:8/h.asp\r\nsupplystatfile=0\r\n");
+    const ToolRun without = Hiscore(game, "page " + Quote(game.Path()));
+    EXPECT_EQ(without.status, 0);
+    EXPECT_TRUE(without.out.ends_with(table.MakeHiscoreString(tolva::DefaultSetKey) + "\"></form></body></html>"));
+
+    const ToolRun missing = Hiscore(game, "page " + Quote(game / "nope"));
+    EXPECT_NE(missing.status, 0);
+    EXPECT_TRUE(missing.out.empty());
+    EXPECT_NE(missing.err.find("not a folder"), std::string::npos);
 }

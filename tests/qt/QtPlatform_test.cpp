@@ -10,6 +10,7 @@
 #include "board/qt/QtPictureStrip.h"
 
 #include <QApplication>
+#include <QFileDialog>
 #include <QInputDialog>
 #include <QPushButton>
 #include <QTimer>
@@ -134,4 +135,29 @@ TEST(QtDialogs, BoxesShowTheAskedIconAndGiveTheAnswer) {
     EXPECT_EQ(dialogs.InputBox("Enter level-code", "", "ABC"), "J\xD6K");
     Answer(seen, [](QDialog& d) { d.reject(); });
     EXPECT_EQ(dialogs.InputBox("Enter level-code", "", "ABC"), "");
+}
+
+TEST(QtDialogs, TheSaveFileBoxStartsWhereAskedAndGivesTheChosenFile) {
+    EXPECT_EQ(QtDialogs::NameFilters("Tolva hiscore-file|*.hi"), QStringList{"Tolva hiscore-file (*.hi)"});
+    EXPECT_EQ(QtDialogs::NameFilters("Pictures|*.bmp;*.gif|All|*.*"),
+              (QStringList{"Pictures (*.bmp *.gif)", "All (*.*)"}));
+
+    tolva::testing::TempFolder dir;
+    QtDialogs dialogs;
+    const SaveFileRequest request{"Export hiscore-file", "Tolva hiscore-file|*.hi", dir.Path(), true};
+    QString seen;
+    Answer(seen, [&](QDialog& d) {
+        auto& box = static_cast<QFileDialog&>(d);
+        EXPECT_EQ(box.windowTitle(), "Export hiscore-file");
+        EXPECT_EQ(box.acceptMode(), QFileDialog::AcceptSave);
+        EXPECT_EQ(box.directory().absolutePath(), QString::fromStdString(dir.Path()));
+        EXPECT_EQ(box.nameFilters(), QStringList{"Tolva hiscore-file (*.hi)"});
+        EXPECT_FALSE(box.testOption(QFileDialog::DontConfirmOverwrite));
+        box.selectFile(QString::fromStdString(dir / "mine.hi"));
+        d.accept();   // QFileDialog::accept, through the public QDialog one
+    });
+    EXPECT_EQ(dialogs.SaveFileBox(request), dir / "mine.hi");
+
+    Answer(seen, [](QDialog& d) { d.reject(); });
+    EXPECT_EQ(dialogs.SaveFileBox(request), "");
 }

@@ -4,7 +4,7 @@ namespace tolva {
 
 MessageResult ScriptedDialogs::MessageBox(const std::string& text, const std::string& title, MessageIcon icon,
                                           MessageButtons buttons) {
-    shown_.push_back({false, text, title, icon, buttons, {}});
+    shown_.push_back({false, text, title, icon, buttons, {}, false, {}});
     if (messageAnswers_.empty()) return MessageResult::Ok;
     const MessageResult answer = messageAnswers_.front();
     messageAnswers_.pop_front();
@@ -14,10 +14,23 @@ MessageResult ScriptedDialogs::MessageBox(const std::string& text, const std::st
 
 std::string ScriptedDialogs::InputBox(const std::string& prompt, const std::string& title,
                                       const std::string& offered) {
-    shown_.push_back({true, prompt, title, MessageIcon::None, MessageButtons::OkCancel, offered});
+    shown_.push_back({true, prompt, title, MessageIcon::None, MessageButtons::OkCancel, offered, false, {}});
     if (inputAnswers_.empty()) return offered;
     std::string answer = std::move(inputAnswers_.front());
     inputAnswers_.pop_front();
+    return answer;
+}
+
+std::string ScriptedDialogs::SaveFileBox(const SaveFileRequest& request) {
+    Shown box;
+    box.Text = request.Title;
+    box.Title = request.Title;
+    box.SaveFile = true;
+    box.Request = request;
+    shown_.push_back(std::move(box));
+    if (saveFileAnswers_.empty()) return {};
+    std::string answer = std::move(saveFileAnswers_.front());
+    saveFileAnswers_.pop_front();
     return answer;
 }
 

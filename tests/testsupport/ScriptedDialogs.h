@@ -1,7 +1,8 @@
 #pragma once
 // Dialogs of the headless platform: each box is written down, and answered from a script
 // of answers queued beforehand. A box with no answer queued gets what pressing Enter
-// gives: OK, or the text offered in an input box.
+// gives: OK, or the text offered in an input box; a save-file box with no answer queued
+// is cancelled, as Enter on its empty name field does not choose a file.
 #include "support/platform/Dialogs.h"
 
 #include <deque>
@@ -19,20 +20,26 @@ public:
         MessageIcon Icon = MessageIcon::None;
         MessageButtons Buttons = MessageButtons::Ok;
         std::string Offered;          // input boxes only
+        bool SaveFile = false;        // a save-file box, asked for as in Request
+        SaveFileRequest Request;
     };
 
     MessageResult MessageBox(const std::string& text, const std::string& title, MessageIcon icon,
                              MessageButtons buttons) override;
     std::string InputBox(const std::string& prompt, const std::string& title, const std::string& offered) override;
+    std::string SaveFileBox(const SaveFileRequest& request) override;
 
     void QueueMessageAnswer(MessageResult answer) { messageAnswers_.push_back(answer); }
     void QueueInputAnswer(std::string answer) { inputAnswers_.push_back(std::move(answer)); }
+    // The file the next save-file box chooses; an empty text cancels it.
+    void QueueSaveFileAnswer(std::string path) { saveFileAnswers_.push_back(std::move(path)); }
 
     const std::vector<Shown>& ShownBoxes() const { return shown_; }
 
 private:
     std::deque<MessageResult> messageAnswers_;
     std::deque<std::string> inputAnswers_;
+    std::deque<std::string> saveFileAnswers_;
     std::vector<Shown> shown_;
 };
 

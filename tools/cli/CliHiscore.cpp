@@ -6,12 +6,19 @@
 //                                   the checksum matches (bad: the game would reset it)
 //   hiscore write FILE [--key K]    NAME,LEVEL,SCORE lines from standard input
 //   hiscore string FILE [--key K]   MakeHiscoreString of the table the game would load
+//   hiscore page GAMEDIR            the page an Internet submission from that game folder
+//                                   would write (its tolva2.ini, the default set's table,
+//                                   its stat.ini), so that a script can check a submission
+//                                   without a browser
 //
 // K is "default" (the default set's key), "other" (every other set's) or a number.
 #include "CliCommand.h"
 #include "CliHiscore.h"
 
 #include "hiscores/Hiscores.h"
+#include "hiscores/HiscoreKeeper.h"
+#include "hiscores/SubmissionPage.h"
+#include "settings/GameSettings.h"
 #include "support/ZenkorModule.h"
 
 #include <charconv>
@@ -163,11 +170,32 @@ int RunString(const HiscoreArgs& a) {
     return Written("string");
 }
 
+int RunPage(const std::vector<std::string>& args) {
+    if (args.size() != 2) return UsageError("hiscore page needs GAMEDIR, and nothing else");
+    std::string folder = args[1];
+    while (folder.size() > 1 && folder.back() == '/') folder.pop_back();
+    if (!FolderExists(folder)) {
+        std::cerr << "tolva2-cli: hiscore page: '" << args[1] << "' is not a folder\n";
+        return ExitFailed;
+    }
+    // The game folder as the game stores it: with its closing backslash.
+    const std::string gameFolder = folder + "\\";
+    const GameSettings settings = GameSettings::Read(gameFolder + "tolva2.ini");
+    // What the game holds after loading the default set: a table that fails its
+    // checksum is ten free places.
+    Hiscores table;
+    table.Load(HiscoreKeeper::HiscorePath(gameFolder, GameSettings::DefaultLevelSet), DefaultSetKey);
+    const std::string page = MakeSubmissionPage(gameFolder, settings, table, DefaultSetKey);
+    std::cout.write(page.data(), static_cast<std::streamsize>(page.size()));
+    return Written("page");
+}
+
 int RunHiscore(const std::vector<std::string>& args) {
-    if (args.empty()) return UsageError("hiscore needs a subcommand: show, write or string");
+    if (args.empty()) return UsageError("hiscore needs a subcommand: show, write, string or page");
     const std::string& sub = args[0];
+    if (sub == "page") return RunPage(args);
     if (sub != "show" && sub != "write" && sub != "string")
-        return UsageError("unknown hiscore subcommand '" + sub + "'; use show, write or string");
+        return UsageError("unknown hiscore subcommand '" + sub + "'; use show, write, string or page");
     HiscoreArgs parsed;
     if (const int status = ParseArgs(sub, args, parsed); status != ExitOk) return status;
     if (sub == "show") return RunShow(parsed);
@@ -179,7 +207,8 @@ const CliRegistration registration{CliCommand{
     "hiscore",
     "hiscore show FILE [--key K]       the ten entries (PLACE, NAME, LEVEL, SCORE) and the checksum state\n"
     "  hiscore write FILE [--key K]      write FILE from up to ten NAME,LEVEL,SCORE lines on standard input\n"
-    "  hiscore string FILE [--key K]     the table's Internet form, no line end (K: default, other or a number)",
+    "  hiscore string FILE [--key K]     the table's Internet form, no line end (K: default, other or a number)\n"
+    "  hiscore page GAMEDIR              the page a submission from GAMEDIR would post, no line end",
     RunHiscore}};
 
 } // namespace

@@ -1,7 +1,7 @@
 #pragma once
 // The parts of a game that tolva2-cli's headless games (play, autoplay) stand in for the
-// window and the services: the platform without a screen, dialogs that answer OK (and can
-// print what they show), a display that shows nothing (the commands print their own
+// window and the services: the platform without a screen, dialogs that answer OK and
+// cancel file boxes (and can print what they show), a display that shows nothing (the commands print their own
 // lines), a game without a hiscore table and without the idle mascot, and the windows
 // that a key would open, of which a game without a screen has none.
 #include "audio/HeadlessSoundEffects.h"
@@ -20,8 +20,9 @@
 
 namespace tolva::cli {
 
-// Message boxes answered OK as Enter would, input boxes with the text offered. With an
-// output stream each box is printed as "message: TEXT", one line.
+// Message boxes answered OK as Enter would, input boxes with the text offered, save-file
+// boxes cancelled (there is nobody to name a file). With an output stream each message
+// box is printed as "message: TEXT", one line.
 class CliDialogs final : public Dialogs {
 public:
     explicit CliDialogs(std::ostream* out = nullptr) : out_(out) {}
@@ -34,6 +35,10 @@ public:
     std::string InputBox(const std::string&, const std::string&, const std::string& offered) override {
         ++Shown;
         return offered;
+    }
+    std::string SaveFileBox(const SaveFileRequest&) override {
+        ++Shown;
+        return {};
     }
     int Shown = 0;
     std::string FirstText;

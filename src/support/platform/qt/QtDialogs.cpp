@@ -1,5 +1,7 @@
 #include "support/platform/qt/QtDialogs.h"
 
+#include <QFile>
+#include <QFileDialog>
 #include <QInputDialog>
 
 namespace tolva {
@@ -41,6 +43,29 @@ std::string QtDialogs::InputBox(const std::string& prompt, const std::string& ti
     dialog.setTextValue(Text(offered));
     if (dialog.exec() != QDialog::Accepted) return {};
     return dialog.textValue().toLatin1().toStdString();
+}
+
+QStringList QtDialogs::NameFilters(const std::string& filter) {
+    QStringList filters;
+    const QStringList parts = Text(filter).split('|');
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        QStringList patterns = parts[i + 1].split(';', Qt::SkipEmptyParts);
+        for (QString& pattern : patterns) pattern = pattern.trimmed();
+        filters << parts[i] + " (" + patterns.join(' ') + ")";
+    }
+    return filters;
+}
+
+std::string QtDialogs::SaveFileBox(const SaveFileRequest& request) {
+    QFileDialog dialog(owner_.data(), Text(request.Title), QFile::decodeName(request.InitialFolder.c_str()));
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, !request.OverwritePrompt);
+    const QStringList filters = NameFilters(request.Filter);
+    if (!filters.isEmpty()) dialog.setNameFilters(filters);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+    return QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString();
 }
 
 } // namespace tolva
