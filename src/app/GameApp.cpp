@@ -4,6 +4,7 @@
 #include "audio/qt/DeferredAudio.h"
 #include "hiscores/HiscoreKeeper.h"
 #include "hiscores/qt/HiscoreDisplay.h"
+#include "hiscores/qt/HiscoreWebWindows.h"
 #include "board/TolvaBoard.h"
 #include "board/qt/BoardWidget.h"
 #include "board/qt/BonusScreenView.h"
@@ -62,6 +63,9 @@ void GameApp::MakeServices() {
         frmAbout about(loop_, *dialogs_, BoardOnScreen(), window_.get());
         about.exec();
     });
+    RegisterHiscoreWebWindows(windows_, {hiscores_->Table(), settings_, *dialogs_, window_.get(),
+                                         [this] { return session_->IsDefaultSet; },
+                                         [this] { return session_->GameRunning; }});
 }
 
 QRect GameApp::BoardOnScreen() const {
