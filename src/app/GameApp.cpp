@@ -30,10 +30,20 @@
 #include "support/platform/qt/QtPictureHolder.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QScreen>
 
 namespace tolva {
+namespace {
+
+// Where the game's plug-ins (the audio stack, the browser) are looked for: beside the
+// program, then in the build's game folder, for the tests that run from elsewhere.
+QStringList PluginFolders() {
+    return {QCoreApplication::applicationDirPath() + "/plugins", QStringLiteral(TOLVA_BUILD_GAME_DIR "/plugins")};
+}
+
+} // namespace
 
 void GameApp::MakeServices() {
     // The hiscore table draws on the panel's table picture and asks for initials over the
@@ -63,9 +73,13 @@ void GameApp::MakeServices() {
         frmAbout about(loop_, *dialogs_, BoardOnScreen(), window_.get());
         about.exec();
     });
+    QString browser;
+    for (const QString& folder : PluginFolders())
+        if (browser.isEmpty() && QFileInfo::exists(folder + "/libtolva2_webbrowser.so"))
+            browser = folder + "/libtolva2_webbrowser.so";
     RegisterHiscoreWebWindows(windows_, {hiscores_->Table(), settings_, *dialogs_, window_.get(),
                                          [this] { return session_->IsDefaultSet; },
-                                         [this] { return session_->GameRunning; }});
+                                         [this] { return session_->GameRunning; }, browser});
 }
 
 QRect GameApp::BoardOnScreen() const {
@@ -93,8 +107,7 @@ GameApp::GameApp(EventLoop& loop, std::string commandLine, Dialogs* dialogs)
     pictures_ = std::make_unique<QtPictureStore>(loop_, &window_->BoardView());
     rng_ = std::make_unique<SeededRandom>(1);
     // The audio plug-in and the sound device wait for the first sound or tune.
-    audio_ = std::make_unique<AudioPluginLoader>(
-        QStringList{QCoreApplication::applicationDirPath(), QStringLiteral(TOLVA_BUILD_GAME_DIR)});
+    audio_ = std::make_unique<AudioPluginLoader>(PluginFolders());
     sound_ = std::make_unique<DeferredSoundEffects>(*audio_, *dialogs_);
     music_ = std::make_unique<DeferredMusicPlayer>(*audio_);
     testTube_ = std::make_unique<QtPictureStrip>("TestTubeAnimation", &window_->TestTubeAnimation());

@@ -1,0 +1,143 @@
+// The game and the hiscore server together: tolva2-hiscored runs on a free port of
+// 127.0.0.1 with a database of its own, the game built by its composition root points its
+// HiscoreUrl at it, "Submit to Internet Hiscores" posts the default set's table through
+// the game's own browser window, and the server's page of the best then lists the
+// entries. Every wait is bounded.
+#include "app/GameApp.h"
+#include "hiscores/Hiscores.h"
+#include "hiscores/qt/WebBrowserLoader.h"
+#include "session/WindowOpener.h"
+#include "support/TempFolder.h"
+#include "support/ZenkorModule.h"
+#include "support/platform/HeadlessEventLoop.h"
+#include "testsupport/ScriptedDialogs.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QProcess>
+#include <QPushButton>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+static void InitBuiltinPictures() { Q_INIT_RESOURCE(builtin); }
+
+using namespace tolva;
+using tolva::testing::TempFolder;
+
+namespace {
+
+constexpr int WaitLimitMs = 30000;
+
+std::string ReadSource(const std::string& relative) {
+    std::ifstream in(std::string(TOLVA_SOURCE_DIR) + "/" + relative, std::ios::binary);
+    std::stringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+// The server as its own process, stopped with SIGTERM at the end.
+class Server {
+public:
+    explicit Server(const std::string& database) {
+        process_.setProgram(QString(TOLVA_GAME_DIR) + "/tolva2-hiscored");
+        process_.setArguments({"--listen", "127.0.0.1:0", "--db", QString::fromStdString(database)});
+        process_.start();
+        // It tells where it listens once it does.
+        QElapsedTimer clock;
+        clock.start();
+        QByteArray said;
+        while (clock.elapsed() < 10000 && !said.contains('\n') && process_.state() != QProcess::NotRunning) {
+            process_.waitForReadyRead(100);
+            said += process_.readAllStandardOutput();
+        }
+        const qsizetype colon = said.indexOf("127.0.0.1:");
+        if (colon >= 0) Port = said.mid(colon + 10).split('/').value(0).toInt();
+    }
+    ~Server() {
+        process_.terminate();
+        if (!process_.waitForFinished(5000)) process_.kill();
+    }
+    QString Url() const { return QString("http://127.0.0.1:%1/tolva2/updatehiscore.asp").arg(Port); }
+    int Port = 0;
+
+private:
+    QProcess process_;
+};
+
+// The body of a GET of `url`, or empty after the time limit.
+QString Fetch(const QString& url) {
+    QNetworkAccessManager network;
+    QNetworkReply* reply = network.get(QNetworkRequest(QUrl(url)));
+    QElapsedTimer clock;
+    clock.start();
+    while (!reply->isFinished() && clock.elapsed() < WaitLimitMs) QApplication::processEvents(QEventLoop::AllEvents, 50);
+    const QString body = reply->isFinished() ? QString::fromUtf8(reply->readAll()) : QString();
+    delete reply;
+    return body;
+}
+
+} // namespace
+
+TEST(HiscoreServer, ATableSubmittedFromTheGameShowsOnTheServersPage) {
+    const QString plugin = QString(TOLVA_GAME_DIR) + "/plugins/libtolva2_webbrowser.so";
+    std::string why;
+    if (!QFileInfo::exists(plugin)) GTEST_SKIP() << "the browser plug-in was not built (no Qt WebEngine)";
+    if (WebBrowserLoader::Load(plugin, why) == nullptr) GTEST_SKIP() << "the browser engine cannot start here: " << why;
+
+    TempFolder store;
+    Server server(store / "hiscores.sqlite");
+    ASSERT_GT(server.Port, 0) << "tolva2-hiscored did not say where it listens";
+
+    // A game folder with the default set, its table, and the server's address.
+    InitBuiltinPictures();
+    TempFolder folder;
+    std::filesystem::create_directories(folder / "levels/default");
+    folder.Write("levels/default/levels.set", ReadSource("game/levels/default/levels.set"));
+    folder.Write("tolva2.ini", "[main]\r\nnotfirstuse=yes\r\nplaysounds=0\r\nplaymusic=0\r\nsupplystatfile=0\r\nHiscoreUrl=" +
+                                   server.Url().toStdString() + "\r\n");
+    Hiscores table;
+    table[0] = {"ZOE", 14, 812345};
+    table[1] = {"MAX", 3, 5040};
+    ASSERT_TRUE(table.SaveScore((folder / "levels/default/hiscore.hi"), DefaultSetKey));
+    SetAppPath(folder.Path());
+
+    HeadlessEventLoop loop;
+    ScriptedDialogs dialogs;
+    GameApp app(loop, "", &dialogs);
+    ASSERT_TRUE(app.Start(1));
+
+    // The player submits, waits for the server's answer in the window, and closes it.
+    QElapsedTimer clock;
+    clock.start();
+    QString answer;
+    QTimer driver;
+    driver.setInterval(50);
+    QObject::connect(&driver, &QTimer::timeout, [&] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (dialog == nullptr || dialog->objectName() != "frmWebBrowser") return;
+        const QWidget* browser = dialog->findChild<QWidget*>("WebBrowser1");
+        answer = browser != nullptr ? browser->property("title").toString() : QString();
+        if (answer == "Hiscores received" || clock.elapsed() > WaitLimitMs) {
+            driver.stop();
+            dialog->findChild<QPushButton*>("Command1")->click();
+        }
+    });
+    driver.start();
+    app.Windows().Open(GameWindow::SubmitInternetHiscores);
+    driver.stop();
+    EXPECT_EQ(answer, "Hiscores received");
+    EXPECT_TRUE(dialogs.ShownBoxes().empty());
+
+    // The server's page of the best lists both entries, in the game's score form.
+    const QString page = Fetch(server.Url());
+    EXPECT_TRUE(page.contains("<td>ZOE</td><td>14</td><td>000.812.345</td>")) << page.toStdString();
+    EXPECT_TRUE(page.contains("<td>MAX</td><td>3</td><td>000.005.040</td>")) << page.toStdString();
+}
