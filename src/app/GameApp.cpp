@@ -50,6 +50,7 @@ void GameApp::MakeServices() {
     // board.
     hiscoreView_ = std::make_unique<HiscoreDisplay>(&window_->HiScoreDisplay(), [this] { return BoardOnScreen(); });
     hiscores_ = std::make_unique<HiscoreKeeper>(loop_, *hiscoreView_);
+    hiscores_->EntryMade = [this] { hiscores_->SaveForSet(AppPath(), levelSets_->LevelSetPath); };
     // The mascot in the panel's corner plays when the player idles, and at a press on it.
     kedelig_ = std::make_unique<QtPictureStrip>("Kedelig", &window_->Kedelig());
     auto mascot = std::make_unique<IdleMascot>(*kedelig_, *sound_, loop_, *rng_, settings_,

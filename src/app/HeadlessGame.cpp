@@ -38,6 +38,7 @@ HeadlessGame::HeadlessGame(HeadlessEventLoop& loop, Dialogs& dialogs)
       kedelig_(std::make_unique<HeadlessPictureStrip>("Kedelig", loop)), stats_(AppPath() + "stat.ini"),
       hiscoreView_(std::make_unique<HeadlessHiscoreView>()),
       hiscores_(std::make_unique<HiscoreKeeper>(loop, *hiscoreView_)) {
+    hiscores_->EntryMade = [this] { hiscores_->SaveForSet(AppPath(), levelSets_->LevelSetPath); };
     idle_ = std::make_unique<IdleMascot>(*kedelig_, *sound_, loop_, *rng_, settings_,
                                          [this] { return game_->NoSpellBusy; });
     const BoardPlatform platform{loop_, *surface_, *pictures_, *sound_, dialogs_, *rng_};

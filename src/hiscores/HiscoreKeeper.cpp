@@ -29,6 +29,7 @@ void HiscoreKeeper::CheckIfHiScore(double score, std::int16_t level) {
     table_[place].Name = EnteredInitials;
     // The new entry stays green until the table is next drawn.
     PrintHiScore(HighlightedPlace, Green, White);
+    if (EntryMade) EntryMade();
 }
 
 void HiscoreKeeper::flashHiScoreTimer_Tick() {

@@ -61,6 +61,11 @@ public:
     Hiscores& Table() { return table_; }
     const Hiscores& Table() const { return table_; }
 
+    // Runs when a new entry has its initials. The game writes the table to its file then,
+    // besides at shutdown and before a change of set, so that a new place survives a
+    // crash or a kill of the program.
+    std::function<void()> EntryMade;
+
     // The 1-based place that flashes during an entry, -1 for none.
     std::int16_t HighlightedPlace = -1;
     // The initials typed at the last entry.

@@ -131,4 +131,10 @@ TEST(CliSession, StopMessagesAndBadScriptsEndAsDocumented) {
     // Input that ends without quit saves no settings, as a killed game would not: the
     // first start only marks itself done.
     EXPECT_EQ(game.Dir.Read("tolva2.ini"), "[main]\r\nnotfirstuse=yes\r\n");
+
+    // But a new place in the table is written as soon as its initials are in: a game
+    // killed afterwards keeps it.
+    r = game.Session("newgame 1\nclick 1 7\nwait 2000\ninitials kim\nendgame\n");
+    EXPECT_EQ(r.status, 0) << r.out;
+    EXPECT_EQ(Cli("hiscore show " + Quote(game.Dir / "levels/default/hiscore.hi")).Lines().at(0).substr(0, 7), "1\tKIM\t1");
 }
