@@ -30,6 +30,7 @@
 #include "support/platform/qt/QtPictureHolder.h"
 
 #include <QCoreApplication>
+#include <QEvent>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QScreen>
@@ -90,6 +91,7 @@ QRect GameApp::BoardOnScreen() const {
 
 void GameApp::StartMusic() {
     if (music_) tolva::StartMusic(settings_, *music_, AppPath() + "data\\0.mod");
+    StartupTrace::Mark("music started");
 }
 
 void GameApp::StopMusicUnlessStopped() {
@@ -139,10 +141,7 @@ GameApp::GameApp(EventLoop& loop, std::string commandLine, Dialogs* dialogs)
                      [this](int index) { ChooseLevelSet(index); }});
     startup_ = std::make_unique<GameStartup>(StartupParts{*game_, settings_, *session_, *board_, *levelSets_,
                                                           *window_, *dialogs_, *rng_, *sound_, *this,
-                                                          // Opening the sound device and rendering the
-                                                          // module take longer than showing the window:
-                                                          // the tune starts once the window is up.
-                                                          [this] { loop_.Post([this] { StartMusic(); }); },
+                                                          [this] { musicPending_ = true; },
                                                           [this] { if (music_) music_->StopMod(); },
                                                           [this] { hiscores_->SaveForSet(AppPath(), levelSets_->LevelSetPath); }});
 }
@@ -186,7 +185,30 @@ void GameApp::LoadGfx() {
     window_->LoadGfx();
 }
 
-void GameApp::ShowAboutFirstTime() { windows_.Open(GameWindow::About); }
+void GameApp::ShowAboutFirstTime() {
+    // The credits of the first start are the first window the player sees: the tune
+    // plays along with them.
+    StartPendingMusicSoon();
+    windows_.Open(GameWindow::About);
+}
+
+void GameApp::StartPendingMusicSoon() {
+    if (!musicPending_) return;
+    musicPending_ = false;
+    loop_.Post([this] { StartMusic(); });
+}
+
+bool GameApp::eventFilter(QObject* watched, QEvent* event) {
+    // Loading the audio stack, opening the sound device and rendering the module take
+    // longer than showing the window, and would hold it back: the tune starts once the
+    // main window has painted itself for the first time.
+    if (watched == window_.get() && event->type() == QEvent::Paint) {
+        window_->removeEventFilter(this);
+        StartupTrace::Mark("main window painted");
+        StartPendingMusicSoon();
+    }
+    return false;
+}
 
 void GameApp::ShowMainWindow() {
     // The false desktop covers the window's place, the game comes up under it, and two
@@ -195,9 +217,9 @@ void GameApp::ShowMainWindow() {
     QObject::connect(desktop, &frmDsk::Finished, desktop, &QObject::deleteLater);
     desktop->Form_Load([this] {
         window_->CloseLoading();
+        window_->installEventFilter(this);
         window_->show();
         StartupTrace::Mark("main window shown");
-        if (StartupTrace::On()) loop_.Post([] { StartupTrace::Mark("first events handled"); });
     });
 }
 

@@ -14,6 +14,7 @@
 #include "shared/LevelModule.h"
 #include "stats/StatLog.h"
 
+#include <QObject>
 #include <QPointer>
 #include <QRect>
 #include <QString>
@@ -42,7 +43,7 @@ class HiscoreKeeper;
 class IdleAnimation;
 class MusicPlayer;
 
-class GameApp final : public StartupHost {
+class GameApp final : public QObject, public StartupHost {
 public:
     // `dialogs` answers the message and input boxes; by default they are Qt's own, a test
     // gives scripted ones.
@@ -77,6 +78,8 @@ private:
     void MakeServices();
     QRect BoardOnScreen() const;
     void StartMusic();
+    void StartPendingMusicSoon();
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void StopMusicUnlessStopped();
 
     EventLoop& loop_;
@@ -100,6 +103,8 @@ private:
     std::unique_ptr<IdleAnimation> idle_;
     WindowOpener windows_;
     QPointer<frmStatistics> statistics_;
+    // The settings asked for music at start-up; it waits for the first window shown.
+    bool musicPending_ = false;
     std::unique_ptr<GameSession> session_;
     std::unique_ptr<TolvaBoard> board_;
     std::unique_ptr<GameLevelSets> levelSets_;
