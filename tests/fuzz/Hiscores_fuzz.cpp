@@ -3,8 +3,9 @@
 //  - the load ends with ten entries, and a table thrown away as corrupted is ten free
 //    places;
 //  - a table that loaded saves (unless a name cannot stand in the file, when nothing is
-//    written) into a file that loads as the same table, and saves to the same bytes:
-//    a table the game accepted is never lost by its own next save.
+//    written) into a file that loads again with the same levels and scores, and from
+//    the game's own file on it saves and loads to the same bytes: a table the game
+//    accepted is never lost by its own next save.
 #include "fuzz/FuzzCheck.h"
 #include "fuzz/FuzzFolder.h"
 #include "hiscores/Hiscores.h"
@@ -40,11 +41,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     tolva::Hiscores again;
     tolva::fuzz::Check(again.Load(folder / "saved.hi", key) == tolva::HiscoreLoad::Loaded, Target,
                        "a loaded table saved by the game does not load again");
-    const auto first = table.FileBytes(key), second = again.FileBytes(key);
-    tolva::fuzz::Check(second.has_value() && *first == *second, Target,
-                       "a loaded table saved and loaded again does not save to the same bytes");
     for (int i = 0; i < tolva::Hiscores::Places; ++i)
-        tolva::fuzz::Check(again[i].Name == table[i].Name && again[i].Level == table[i].Level, Target,
-                           "a saved name or level did not come back");
+        tolva::fuzz::Check(again[i].Level == table[i].Level &&
+                               tolva::NumberText(again[i].Score) == tolva::NumberText(table[i].Score),
+                           Target, "a saved level or score did not come back");
+    // A name of a hand-made file may come back once in the form the ini reader gives it
+    // (an enciphered blank at an end trimmed); from then on it stays as it is.
+    const auto second = again.FileBytes(key);
+    tolva::fuzz::Check(second.has_value() && again.SaveScore(folder / "saved.hi", key), Target,
+                       "a table loaded from the game's own file cannot be saved");
+    tolva::Hiscores third;
+    tolva::fuzz::Check(third.Load(folder / "saved.hi", key) == tolva::HiscoreLoad::Loaded &&
+                           third.FileBytes(key) == second,
+                       Target, "a table saved twice does not come back as it was saved");
     return 0;
 }
