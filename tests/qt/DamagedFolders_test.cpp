@@ -68,6 +68,7 @@ enum class Outcome {
     Stops,             // Start() fails after the message
     Plays,             // the game starts (after the message, if any) and plays
     PlaysAfterAbout,   // tolva2.ini unread: the first-start credits come, then the game
+    NoLevels,          // the game starts with a chosen set that has no level to play
 };
 
 struct Row {
@@ -77,12 +78,15 @@ struct Row {
     const char* arg;
     Outcome outcome;
     const char* message;   // the one box shown, or nullptr for none
+    const char* ini = nullptr;   // tolva2.ini, where the row needs other settings
 };
 
 constexpr const char* NoDefault = "ERROR! Unable to locate default levels.\nPlease re-install TOLVA II.";
 constexpr const char* Corrupted = "ERROR! Default level corrupted, please re-install TOLVA II";
 constexpr const char* BadLevelSet = "TOLVA2.INI ERROR! UNABLE TO LOAD SELECTED LEVEL-SET.\nLOADING DEFAULT...";
 constexpr const char* BadHiscores = "HISCORE TABLE IS CORRUPTED! RESETTING !";
+
+constexpr const char* OtherSet = "[main]\r\nnotfirstuse=yes\r\nplaysounds=0\r\nlevelset=levels\\other\\\r\n";
 
 constexpr const char* Set = "levels/default/levels.set";
 constexpr const char* Ini = "tolva2.ini";
@@ -106,6 +110,11 @@ const std::vector<Row>& Matrix() {
         {"set read-only", Set, Damage::ReadOnly, "", Outcome::Plays, nullptr},
         {"set levelbricks too large", Set, Damage::Edit, "levelbricks=10=>levelbricks=99", Outcome::Plays, nullptr},
         {"set levelbricks negative", Set, Damage::Edit, "levelbricks=10=>levelbricks=-7", Outcome::Plays, nullptr},
+        // Another set, chosen in the settings: never refused, and a load ends.
+        {"chosen set a pipe", "levels/other/levels.set", Damage::Fifo, "", Outcome::NoLevels, nullptr, OtherSet},
+        {"chosen set a folder", "levels/other/levels.set", Damage::Folder, "", Outcome::NoLevels, nullptr, OtherSet},
+        {"chosen set huge", "levels/other/levels.set", Damage::Huge, "64", Outcome::NoLevels, nullptr, OtherSet},
+        {"chosen set binary", "levels/other/levels.set", Damage::Binary, "", Outcome::NoLevels, nullptr, OtherSet},
         // The settings.
         {"ini names a missing set", Ini, Damage::Replace, "[main]\r\nnotfirstuse=yes\r\nlevelset=levels\\gone\\\r\n",
          Outcome::Plays, BadLevelSet},
@@ -201,6 +210,8 @@ void Apply(const TempFolder& dir, const Row& row) {
         fs::remove(path, ignored);   // a data file is a link into the build: never write through it
         dir.Write(row.file, bytes);
     };
+    if (row.ini != nullptr) dir.Write(Ini, row.ini);
+    fs::create_directories(fs::path(path).parent_path());
     std::string old;
     if (fs::is_regular_file(path)) old = dir.Read(row.file);
     switch (row.damage) {
@@ -351,7 +362,9 @@ void RunRow(const Row& row) {
             EXPECT_TRUE(dialogs.ShownBoxes().empty()) << dialogs.ShownBoxes()[0].Text;
         }
         EXPECT_EQ(aboutShown, row.outcome == Outcome::PlaysAfterAbout);
-        if (started) {
+        if (started && row.outcome == Outcome::NoLevels) {
+            EXPECT_TRUE(app.Game().Levels[0].LevelName.empty());
+        } else if (started) {
             app.Window().show();
             app.Session().NewGameMnu_Click();
             ASSERT_TRUE(app.Session().GameRunning);
