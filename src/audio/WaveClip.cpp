@@ -86,7 +86,7 @@ std::optional<WaveClip> WaveClip::Parse(const std::string& bytes) {
 
 std::optional<WaveClip> WaveClip::Load(const std::string& storedPath) {
     std::string bytes;
-    if (!ReadWholeFile(storedPath, bytes) || bytes.size() > MaxFileBytes) return std::nullopt;
+    if (!ReadWholeFile(storedPath, bytes, MaxFileBytes)) return std::nullopt;
     return Parse(bytes);
 }
 

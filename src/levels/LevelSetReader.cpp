@@ -5,8 +5,8 @@
 
 #include <algorithm>
 #include <array>
-#include <fstream>
 #include <istream>
+#include <sstream>
 
 namespace tolva {
 
@@ -114,8 +114,14 @@ LevelSetLoad LevelSetReader::InitLevels() {
         hooks->ClearLevelMenu();
     }
     const std::string setFolder = AppPath() + LevelSetPath;
-    std::ifstream file(NativePath(setFolder + "levels.set"), std::ios::binary);
-    LevelSetLoad load = Scan(file.is_open() ? &file : nullptr);
+    // Read whole through the game's file reading: a pipe or a folder of that name is no
+    // set, and a file over the bound (a link to an endless one) is a damaged set, which
+    // for the default set fails the integrity test like any other damage.
+    std::string bytes;
+    const FileRead read = ReadFileWithin(setFolder + "levels.set", bytes, MaxLevelSetBytes);
+    std::istringstream file(std::move(bytes));
+    LevelSetLoad load = Scan(read == FileRead::Ok ? &file : nullptr);
+    load.TooLarge = read == FileRead::TooLarge;
     if (load.Integrity == LevelSetIntegrity::Failed) {
         if (hooks) hooks->DefaultSetCorrupted();
         return load;

@@ -35,7 +35,8 @@ enum class LevelSetIntegrity { Ok, Failed, NotChecked };
 
 // What one load found, for the session and for level makers' tools.
 struct LevelSetLoad {
-    bool FileFound = false;
+    bool FileFound = false;          // a regular file that could be read
+    bool TooLarge = false;           // over MaxLevelSetBytes: damaged, read as no file
     std::string SetName;             // behind "=" of the last set-name line
     bool SetNameFound = false;
     int LevelHeads = 0;              // level heads read, those beyond 100 included

@@ -3,6 +3,8 @@
 // comparisons (ASCII case folding only, since names in the game's files are opaque bytes
 // and a code above 127 must never fold into another one) and the low-level file access
 // that the ini writer and WriteWholeFile have in common.
+#include "support/ZenkorModule.h"
+
 #include <string>
 #include <string_view>
 
@@ -27,10 +29,11 @@ inline bool EqualsNoCase(std::string_view a, std::string_view b) {
     return true;
 }
 
-// Reads a regular file (a native path) into `contents`. Gives false, leaving `contents`
-// as it was, for a missing file, a folder, a device or pipe (never blocks on one), or a
-// read error.
-bool ReadFileBytes(const std::string& nativePath, std::string& contents);
+// Reads a regular file (a native path) into `contents`, the one place where the game
+// reads a file. Gives Missing for a missing file, a folder, a device or pipe (never
+// blocks on one), TooLarge for a file over `maxBytes` (an endless one included), Failed
+// for a read error; `contents` changes only on Ok.
+FileRead ReadFileBytes(const std::string& nativePath, std::string& contents, std::size_t maxBytes);
 
 // Replaces the file at `nativePath` with `bytes`: they go to a temporary file in the same
 // folder, which is then renamed over the old one, so that a crash leaves either the old

@@ -21,12 +21,14 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <thread>
 
@@ -69,17 +71,71 @@ bool StatPath(const std::string& nativePath, struct stat& info) {
     return !nativePath.empty() && ::stat(nativePath.c_str(), &info) == 0;
 }
 
+// The temporary files of a write are ".NAME.tmpPID.N" beside the target, so that one
+// left behind by a kill is recognised by its name and the writer's process number.
+std::string TemporaryPrefix(const std::string& name) { return "." + name + ".tmp"; }
+
+void SplitFolder(const std::string& target, std::string& folder, std::string& name) {
+    const std::size_t slash = target.rfind('/');
+    folder = slash == std::string::npos ? std::string() : target.substr(0, slash + 1);
+    name = slash == std::string::npos ? target : target.substr(slash + 1);
+}
+
+// The writer's process number of a temporary file of `name`, or -1 if `entry` is none.
+long TemporaryOwner(const std::string& entry, const std::string& name) {
+    const std::string prefix = TemporaryPrefix(name);
+    if (entry.size() <= prefix.size() || entry.compare(0, prefix.size(), prefix) != 0) return -1;
+    const std::string rest = entry.substr(prefix.size());   // PID.N
+    const std::size_t dot = rest.find('.');
+    if (dot == 0 || dot == std::string::npos || dot + 1 == rest.size() || dot > 9) return -1;
+    for (std::size_t i = 0; i < rest.size(); ++i)
+        if (i != dot && (rest[i] < '0' || rest[i] > '9')) return -1;
+    return std::stol(rest.substr(0, dot));
+}
+
+// Removes the temporary files of `target` that a killed writer left behind: those of
+// this process (it writes one file at a time, so none of its own is in use now) and
+// those of processes that no longer exist. Another running game's file stays.
+void RemoveStaleTemporaries(const std::string& target) {
+    std::string folder, name;
+    SplitFolder(target, folder, name);
+    DIR* dir = ::opendir(folder.empty() ? "." : folder.c_str());
+    if (dir == nullptr) return;
+    std::vector<std::string> stale;
+    while (const dirent* entry = ::readdir(dir)) {
+        const long pid = TemporaryOwner(entry->d_name, name);
+        if (pid < 0) continue;
+        const bool gone = pid == ::getpid() || pid == 0 || (::kill(static_cast<pid_t>(pid), 0) != 0 && errno == ESRCH);
+        if (gone) stale.push_back(folder + entry->d_name);
+    }
+    ::closedir(dir);
+    for (const std::string& path : stale) {
+        struct stat info {};
+        if (::lstat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode)) ::unlink(path.c_str());
+    }
+}
+
 int OpenTemporaryBeside(const std::string& target, mode_t mode, std::string& tempPath) {
     static unsigned counter = 0;
-    const std::size_t slash = target.rfind('/');
-    const std::string folder = slash == std::string::npos ? std::string() : target.substr(0, slash + 1);
-    const std::string name = slash == std::string::npos ? target : target.substr(slash + 1);
+    std::string folder, name;
+    SplitFolder(target, folder, name);
     for (int attempt = 0; attempt < 100; ++attempt) {
-        tempPath = folder + "." + name + ".tmp" + std::to_string(::getpid()) + "." + std::to_string(counter++);
+        tempPath = folder + TemporaryPrefix(name) + std::to_string(::getpid()) + "." + std::to_string(counter++);
         const int fd = ::open(tempPath.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
         if (fd >= 0 || errno != EEXIST) return fd;
     }
     return -1;
+}
+
+// Makes the rename itself durable: the folder's entry is flushed as well. A file system
+// that cannot flush a folder (some refuse with EINVAL) still has the renamed file.
+void SyncFolderOf(const std::string& target) {
+    std::string folder, name;
+    SplitFolder(target, folder, name);
+    const int fd = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0) return;
+    ::fsync(fd);
+    ::close(fd);
 }
 
 bool WriteAll(int fd, const std::string& bytes) {
@@ -99,34 +155,48 @@ bool WriteAll(int fd, const std::string& bytes) {
 
 namespace detail {
 
-bool ReadFileBytes(const std::string& nativePath, std::string& contents) {
-    if (nativePath.empty()) return false;
+FileRead ReadFileBytes(const std::string& nativePath, std::string& contents, std::size_t maxBytes) {
+    if (nativePath.empty()) return FileRead::Missing;
     // Non-blocking open, so that a pipe of that name is turned away instead of waited on.
     const int fd = ::open(nativePath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (fd < 0) return false;
+    if (fd < 0) return errno == ENOENT || errno == ENOTDIR || errno == ELOOP || errno == ENXIO ? FileRead::Missing
+                                                                                                 : FileRead::Failed;
     struct stat info {};
     if (::fstat(fd, &info) != 0 || !S_ISREG(info.st_mode)) {
         ::close(fd);
-        return false;
+        return FileRead::Missing;
     }
+    if (static_cast<std::uintmax_t>(info.st_size) > maxBytes) {
+        ::close(fd);
+        return FileRead::TooLarge;
+    }
+    // The size is only a first guess: the file may grow while it is read, and the bound
+    // holds for what is actually read.
     std::string bytes;
     bytes.resize(static_cast<std::size_t>(info.st_size));
     std::size_t done = 0;
     for (;;) {
-        if (done == bytes.size()) bytes.resize(bytes.size() + 4096);  // the file may have grown
+        if (done == bytes.size()) {
+            if (bytes.size() > maxBytes) {
+                ::close(fd);
+                return FileRead::TooLarge;
+            }
+            bytes.resize(std::min(bytes.size() + 65536, maxBytes + 1));
+        }
         const ssize_t n = ::read(fd, bytes.data() + done, bytes.size() - done);
         if (n < 0 && errno == EINTR) continue;
         if (n < 0) {
             ::close(fd);
-            return false;
+            return FileRead::Failed;
         }
         if (n == 0) break;
         done += static_cast<std::size_t>(n);
     }
     ::close(fd);
+    if (done > maxBytes) return FileRead::TooLarge;
     bytes.resize(done);
     contents = std::move(bytes);
-    return true;
+    return FileRead::Ok;
 }
 
 bool ReplaceFileContents(const std::string& nativePath, const std::string& bytes) {
@@ -142,15 +212,23 @@ bool ReplaceFileContents(const std::string& nativePath, const std::string& bytes
     const bool exists = ::stat(target.c_str(), &info) == 0;
     if (exists && !S_ISREG(info.st_mode)) return false;
 
+    RemoveStaleTemporaries(target);
     std::string tempPath;
     const int fd = OpenTemporaryBeside(target, exists ? S_IRUSR | S_IWUSR : 0666, tempPath);
     if (fd < 0) return false;
     bool ok = WriteAll(fd, bytes);
     if (ok && exists) ok = ::fchmod(fd, info.st_mode & 07777) == 0;
+    // On the disk before the rename: after a power cut the name holds the old bytes or
+    // the new ones, never an empty file.
+    if (ok) ok = ::fsync(fd) == 0;
     ok = (::close(fd) == 0) && ok;
     if (ok) ok = ::rename(tempPath.c_str(), target.c_str()) == 0;
-    if (!ok) ::unlink(tempPath.c_str());
-    return ok;
+    if (!ok) {
+        ::unlink(tempPath.c_str());
+        return false;
+    }
+    SyncFolderOf(target);
+    return true;
 }
 
 } // namespace detail
@@ -227,7 +305,7 @@ std::string NativePath(const std::string& storedPath) {
 
 bool FileExists(const std::string& path) {
     struct stat info {};
-    return StatPath(NativePath(path), info) && !S_ISDIR(info.st_mode);
+    return StatPath(NativePath(path), info) && S_ISREG(info.st_mode);
 }
 
 bool FolderExists(const std::string& path) {
@@ -263,8 +341,12 @@ std::vector<std::string> ListSubfolders(std::string& path) {
     return names;
 }
 
-bool ReadWholeFile(const std::string& path, std::string& contents) {
-    return detail::ReadFileBytes(NativePath(path), contents);
+FileRead ReadFileWithin(const std::string& path, std::string& contents, std::size_t maxBytes) {
+    return detail::ReadFileBytes(NativePath(path), contents, maxBytes);
+}
+
+bool ReadWholeFile(const std::string& path, std::string& contents, std::size_t maxBytes) {
+    return ReadFileWithin(path, contents, maxBytes) == FileRead::Ok;
 }
 
 int WriteWholeFile(const std::string& path, const std::string& text, const std::function<void()>& doEvents) {

@@ -195,7 +195,7 @@ std::string WithKeySet(std::string_view old, std::string_view section, std::stri
 
 std::string ReadIni(const std::string& fileName, const std::string& section, const std::string& key) {
     std::string bytes;
-    if (!detail::ReadFileBytes(NativePath(fileName), bytes)) return {};
+    if (detail::ReadFileBytes(NativePath(fileName), bytes, MaxIniBytes) != FileRead::Ok) return {};
     const std::string_view wantedSection = TrimBlanks(section);
     const std::string_view wantedKey = TrimBlanks(key);
 
@@ -226,7 +226,9 @@ bool WriteIni(const std::string& fileName, const std::string& section, const std
         // A read-only file is refused, as the original refused it: the game clears the
         // attributes first where it means to overwrite one.
         if (!S_ISREG(info.st_mode) || (info.st_mode & S_IWUSR) == 0) return false;
-        if (!detail::ReadFileBytes(native, old)) return false;
+        // A file that cannot be read whole (over the bound: damaged) is left as it is
+        // rather than rewritten from what little could be made of it.
+        if (detail::ReadFileBytes(native, old, MaxIniBytes) != FileRead::Ok) return false;
     } else if (errno != ENOENT) {
         return false;
     }

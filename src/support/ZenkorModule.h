@@ -9,6 +9,7 @@
 // ("levels\default\levels.set"). Only where a file is opened is the stored form mapped
 // to a real path (NativePath), with a case-insensitive match of each name where the
 // exact one is missing, so that sets made on case-blind systems load.
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -74,6 +75,9 @@ void InitAppPath(int argc, char** argv);
 // A stored path (backslashes, maybe the wrong case) as a path this system opens.
 std::string NativePath(const std::string& storedPath);
 
+// True for a regular file (a link counts as what it points to). A folder, a pipe, a
+// device or a socket is no file the game can read: opening a pipe would wait for a writer
+// for ever, and a device such as /dev/zero never ends.
 bool FileExists(const std::string& path);
 bool FolderExists(const std::string& path);
 void ClearFileAttributes(const std::string& path);
@@ -81,8 +85,28 @@ void ClearFileAttributes(const std::string& path);
 // and "..". Adds a closing backslash to `path` if it ends in no separator, in the
 // caller's variable too.
 std::vector<std::string> ListSubfolders(std::string& path);
-// The file's bytes; false if it could not be read.
-bool ReadWholeFile(const std::string& path, std::string& contents);
+// Upper bounds on what the game reads into memory, far above any real file of its kind:
+// a file over its bound counts as damaged, so that a link to an endless or enormous file
+// ends a load instead of filling the memory.
+inline constexpr std::size_t MaxLevelSetBytes = std::size_t{64} << 20;
+inline constexpr std::size_t MaxPictureBytes = std::size_t{64} << 20;
+inline constexpr std::size_t MaxSoundBytes = std::size_t{64} << 20;
+// tolva2.ini, stat.ini, hiscore.hi: the largest real one, stat.ini, stays under 40 KiB.
+inline constexpr std::size_t MaxIniBytes = std::size_t{4} << 20;
+// Any other file: the help page, a scroller's text.
+inline constexpr std::size_t MaxOtherFileBytes = std::size_t{16} << 20;
+
+enum class FileRead {
+    Ok,
+    Missing,     // no such file, or not a regular file (folder, pipe, device)
+    TooLarge,    // over the bound: damaged
+    Failed,      // a read error
+};
+// The file's bytes, at most `maxBytes` of them; `contents` changes only on Ok. The file
+// is opened without blocking, so that a pipe of that name is turned away, not waited on.
+FileRead ReadFileWithin(const std::string& path, std::string& contents, std::size_t maxBytes);
+// The file's bytes; false if it could not be read or is over `maxBytes`.
+bool ReadWholeFile(const std::string& path, std::string& contents, std::size_t maxBytes = MaxOtherFileBytes);
 // Replaces the file with `text`, no line end added. `doEvents` (if given) runs before
 // the old file is cleared and before it is deleted. Gives 0, or -1 after a failure.
 int WriteWholeFile(const std::string& path, const std::string& text,

@@ -80,6 +80,13 @@ TEST(CliLevels, ADamagedDefaultSetFails) {
     std::filesystem::remove(f / "default/levels.set");
     EXPECT_EQ(Cli("levels check " + Quote(f / "default")).status, 1);
     EXPECT_EQ(Cli("levels seal " + Quote(f / "default")).status, 1);
+
+    // A folder of that name is no set either, for any set.
+    std::filesystem::create_directories(f / "default/levels.set");
+    std::filesystem::create_directories(f / "other/levels.set");
+    EXPECT_EQ(Cli("levels check " + Quote(f / "default")).status, 1);
+    EXPECT_EQ(Cli("levels check " + Quote(f / "other")).status, 1);
+    EXPECT_EQ(Cli("levels seal " + Quote(f / "other")).status, 1);
 }
 
 TEST(CliLevels, UsageErrorsGiveTwo) {

@@ -7,6 +7,8 @@
 #include "support/ZenkorModule.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <memory>
@@ -136,4 +138,36 @@ TEST(LevelSetInit, FolderNamesMatchWithoutRegardToCase) {
     const LevelSetLoad load = g.Load("mixed");
     EXPECT_TRUE(load.FileFound);
     EXPECT_EQ(load.LevelHeads, 2);
+}
+
+TEST(LevelSetInit, APipeAFolderOrAnEndlessFileIsNoSetAndTheLoadEnds) {
+    Game g;
+    // Each stands where levels.set should be: the load ends at once with no level, and a
+    // default set among them fails its test, as a damaged one does.
+    std::filesystem::create_directories(g.folder / "levels/pipe");
+    ASSERT_EQ(::mkfifo((g.folder / "levels/pipe/levels.set").c_str(), 0644), 0);
+    std::filesystem::create_directories(g.folder / "levels/folder/levels.set");
+    std::filesystem::create_directories(g.folder / "levels/zero");
+    std::filesystem::create_symlink("/dev/zero", g.folder / "levels/zero/levels.set");
+    for (const char* set : {"pipe", "folder", "zero"}) {
+        g.WriteSet("big", TinyPairSet());
+        g.Load("big");
+        const LevelSetLoad load = g.Load(set);
+        EXPECT_FALSE(load.FileFound) << set;
+        EXPECT_FALSE(load.TooLarge) << set;
+        EXPECT_EQ(load.LevelHeads, 0) << set;
+        EXPECT_TRUE(g.module->Levels[0].LevelName.empty()) << set;
+        EXPECT_EQ(g.hooks.calls.back(), "root " + AppPath() + "levels\\" + set + "\\") << set;
+    }
+
+    // An enormous file (sparse: it costs no disk) is damaged: the default set fails.
+    g.WriteSet("default", Sealed(TinyPairSet(), tolva::testing::TinyPairSum));
+    ASSERT_EQ(g.Load("default").Integrity, LevelSetIntegrity::Ok);
+    ASSERT_EQ(::truncate((g.folder / "levels/default/levels.set").c_str(),
+                         static_cast<off_t>(MaxLevelSetBytes) + 1), 0);
+    const LevelSetLoad load = g.Load("default");
+    EXPECT_TRUE(load.TooLarge);
+    EXPECT_EQ(load.LevelHeads, 0);
+    EXPECT_EQ(load.Integrity, LevelSetIntegrity::Failed);
+    EXPECT_EQ(g.hooks.calls.back(), "corrupted");
 }

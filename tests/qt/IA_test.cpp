@@ -161,3 +161,53 @@ TEST(IA, TransparentFrameShowsTheContainerThroughItsMask) {
     mascot.show();
     EXPECT_EQ(ShownAt(mascot, 20, 5), PictureContainer::At(80, 25));
 }
+
+TEST(IA, StripsOfAnySizeArePlayedOrLeftOutButNeverBreakTheControl) {
+    // Strips one to three pixels wide or high, transparent or not, through a whole pass.
+    // One too narrow for a picture and its mask shows the container as before; the game
+    // goes on in every case.
+    for (const bool transparent : {true, false})
+        for (const auto& [w, h] : {std::pair{1, 1}, std::pair{1, 64}, std::pair{2, 1}, std::pair{3, 64}, std::pair{64, 1}}) {
+            SCOPED_TRACE(std::to_string(w) + "x" + std::to_string(h) + (transparent ? " transparent" : ""));
+            HeadlessEventLoop loop;
+            PictureContainer container;
+            IA mascot(loop, &container);
+            mascot.setGeometry(23, 3, 32, 32);
+            mascot.SetMoveHeight(32);
+            mascot.SetTransparent(transparent);
+            container.show();
+            mascot.CopyBg();
+            const std::uint32_t before = ShownAt(mascot, 5, 5);
+            QImage strip(w, h, QImage::Format_RGB32);
+            strip.fill(0xFFFF0000);
+            QtPictureHolder holder("9.bmp");
+            holder.SetImage(strip);
+            mascot.SetPictureStrip(holder);
+            int finished = 0;
+            QObject::connect(&mascot, &IA::Finish, [&finished] { ++finished; });
+            mascot.Play(1);
+            loop.Advance(1000);
+            EXPECT_EQ(finished, 1);
+            EXPECT_FALSE(mascot.IsPlaying());
+            if (transparent && w < 2) {
+                EXPECT_EQ(ShownAt(mascot, 5, 5), before);
+            }
+            // A strip lower than a frame keeps the frame's scale: its one row is the top.
+            if (!transparent) {
+                EXPECT_EQ(ShownAt(mascot, 5, h >= 32 ? 5 : 0), 0xFF0000u);
+            }
+        }
+
+    // An empty picture is no picture: nothing to play, nothing shown.
+    HeadlessEventLoop loop;
+    IA empty(loop);
+    empty.setGeometry(0, 0, 8, 8);
+    QtPictureHolder none("none");
+    none.SetImage(QImage());
+    empty.SetPictureStrip(none);
+    EXPECT_FALSE(empty.PictureStrip().HasPicture());
+    empty.Play(1);
+    loop.Advance(200);
+    empty.StopPlay();
+    EXPECT_FALSE(empty.IsPlaying());
+}

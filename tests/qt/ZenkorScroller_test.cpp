@@ -4,12 +4,14 @@
 #include "controls/ZenkorScroller.h"
 #include "support/platform/HeadlessEventLoop.h"
 #include "support/TempFolder.h"
+#include "support/ZenkorModule.h"
 #include "testsupport/ScriptedDialogs.h"
 
 #include <QTest>
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <fstream>
 
@@ -341,10 +343,18 @@ TEST(ZenkorScroller, LoadFromFileTurnsLineEndsIntoBarsAndKeepsTheTextWhenItCanno
     EXPECT_EQ(r.Control.Text(), "one|two|three\xE9|");
     EXPECT_TRUE(r.Dialogs.ShownBoxes().empty());
 
-    // There, but no file to read: reported, and nothing changes.
+    // A pipe is no file: missing as well, and never waited on.
     const std::string pipe = folder.Path() + "/pipe";
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     EXPECT_FALSE(r.Control.LoadFromFile(pipe));
+    EXPECT_TRUE(r.Dialogs.ShownBoxes().empty());
+
+    // There, but too large to read (sparse: it costs no disk): reported, and nothing
+    // changes.
+    const std::string huge = folder.Path() + "/huge.txt";
+    folder.Write("huge.txt", "");
+    ASSERT_EQ(::truncate(huge.c_str(), static_cast<off_t>(tolva::MaxOtherFileBytes) + 1), 0);
+    EXPECT_FALSE(r.Control.LoadFromFile(huge));
     EXPECT_EQ(r.Control.Text(), "one|two|three\xE9|");
     ASSERT_EQ(r.Dialogs.ShownBoxes().size(), 1u);
     EXPECT_EQ(r.Dialogs.ShownBoxes()[0].Text.rfind(

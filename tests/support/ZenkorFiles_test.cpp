@@ -190,3 +190,61 @@ TEST(ZenkorFiles, FileExtensionIsWhatStandsBehindTheLastDot) {
     EXPECT_EQ(tolva::GetFileExtension("/home/a.b/tune.XM", false), "XM");
     EXPECT_EQ(tolva::GetFileExtension("", true), "");
 }
+
+TEST(ZenkorFiles, OnlyRegularFilesAreFilesAndAFileOverItsBoundIsDamaged) {
+    TempFolder dir;
+    std::string read = "untouched";
+    // A pipe, a device and a link to an endless one are no files: they read as missing,
+    // at once, and are never written through.
+    ASSERT_EQ(::mkfifo((dir / "pipe").c_str(), 0644), 0);
+    fs::create_symlink("/dev/zero", dir / "zero");
+    fs::create_symlink(dir / "loop", dir / "loop");
+    for (const char* name : {"pipe", "zero", "loop"}) {
+        EXPECT_FALSE(tolva::FileExists(dir / name)) << name;
+        EXPECT_EQ(tolva::ReadFileWithin(dir / name, read, 1024), tolva::FileRead::Missing) << name;
+        EXPECT_FALSE(tolva::WriteIni(dir / name, "s", "k", "v")) << name;
+    }
+    EXPECT_EQ(tolva::WriteWholeFile(dir / "pipe", "x"), -1);
+    EXPECT_EQ(read, "untouched");
+
+    // A file over the bound is damaged: it is not read, and an ini write leaves it whole
+    // instead of rewriting it from nothing. A sparse file costs no disk.
+    dir.Write("stat.ini", "[LEVEL1]\r\nclicks=3\r\n");
+    ASSERT_EQ(::truncate((dir / "stat.ini").c_str(), static_cast<off_t>(tolva::MaxIniBytes) + 1), 0);
+    EXPECT_EQ(tolva::ReadFileWithin(dir / "stat.ini", read, tolva::MaxIniBytes), tolva::FileRead::TooLarge);
+    EXPECT_EQ(tolva::ReadIni(dir / "stat.ini", "LEVEL1", "clicks"), "");
+    EXPECT_FALSE(tolva::WriteIni(dir / "stat.ini", "LEVEL1", "clicks", "4"));
+    EXPECT_EQ(fs::file_size(dir / "stat.ini"), tolva::MaxIniBytes + 1);
+    EXPECT_EQ(read, "untouched");
+    // At the bound itself the file is whole.
+    ASSERT_EQ(::truncate((dir / "stat.ini").c_str(), 4096), 0);
+    EXPECT_EQ(tolva::ReadFileWithin(dir / "stat.ini", read, 4096), tolva::FileRead::Ok);
+    EXPECT_EQ(read.substr(0, 20), "[LEVEL1]\r\nclicks=3\r\n");
+    EXPECT_EQ(tolva::ReadFileWithin(dir / "stat.ini", read, 4095), tolva::FileRead::TooLarge);
+}
+
+TEST(ZenkorFiles, AWriteClearsTheTemporariesThatAKilledWriterLeft) {
+    TempFolder dir;
+    dir.Write("stat.ini", "[LEVEL1]\r\n");
+    // Left by killed games: one of a process that is gone (no process number reaches
+    // nine digits), one of this very process. One of a running process (1) is another
+    // game writing now and stays, and so do other files' temporaries and look-alikes.
+    const std::string gone = ".stat.ini.tmp999999999.3", mine = ".stat.ini.tmp" + std::to_string(::getpid()) + ".7";
+    const std::vector<std::string> kept = {".stat.ini.tmp1.2", ".tolva2.ini.tmp999999999.1", ".stat.ini.tmpx.1",
+                                           ".stat.ini.tmp999999999.", "stat.ini.tmp999999999.3"};
+    dir.Write(gone, "half");
+    dir.Write(mine, "half");
+    for (const auto& name : kept) dir.Write(name, "other");
+
+    ASSERT_TRUE(tolva::WriteIni(dir / "stat.ini", "LEVEL1", "clicks", "1"));
+    EXPECT_FALSE(fs::exists(dir / gone));
+    EXPECT_FALSE(fs::exists(dir / mine));
+    for (const auto& name : kept) EXPECT_EQ(dir.Read(name), "other") << name;
+    EXPECT_EQ(dir.EntryCount(), 1 + kept.size());
+    EXPECT_EQ(dir.Read("stat.ini"), "[LEVEL1]\r\nclicks=1\r\n");
+
+    // The whole-file writer clears them as well.
+    dir.Write(".page.htm.tmp999999999.0", "half");
+    EXPECT_EQ(tolva::WriteWholeFile(dir / "page.htm", "new"), 0);
+    EXPECT_FALSE(fs::exists(dir / ".page.htm.tmp999999999.0"));
+}

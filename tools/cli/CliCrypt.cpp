@@ -6,10 +6,12 @@
 #include "support/GameError.h"
 #include "support/ZenkorModule.h"
 
+#include <unistd.h>
+
+#include <cerrno>
 #include <charconv>
 #include <cstdint>
 #include <iostream>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -27,6 +29,30 @@ bool ParseKey(const std::string& text, std::int32_t& key) {
     return error == std::errc() && end == last;
 }
 
+// Far above any text a level maker or a hiscore file gives Crypter; an endless input
+// (/dev/zero) ends here instead of filling the memory.
+constexpr std::size_t MaxInputBytes = std::size_t{64} << 20;
+
+enum class InputRead { Ok, TooLarge, Failed };
+
+// Standard input with the system's read, not through std::cin: a closed or unreadable
+// descriptor is a read error to report, where the stream buffer would throw from inside
+// an iterator.
+InputRead ReadStandardInput(std::string& input) {
+    std::string bytes;
+    char buffer[65536];
+    for (;;) {
+        const ssize_t n = ::read(STDIN_FILENO, buffer, sizeof buffer);
+        if (n < 0 && errno == EINTR) continue;
+        if (n < 0) return InputRead::Failed;
+        if (n == 0) break;
+        if (bytes.size() + static_cast<std::size_t>(n) > MaxInputBytes) return InputRead::TooLarge;
+        bytes.append(buffer, static_cast<std::size_t>(n));
+    }
+    input = std::move(bytes);
+    return InputRead::Ok;
+}
+
 int RunCrypt(const std::vector<std::string>& args) {
     if (args.size() != 2) return UsageError("crypt needs two arguments: enc|dec KEY");
     const std::string& mode = args[0];
@@ -34,8 +60,13 @@ int RunCrypt(const std::vector<std::string>& args) {
     std::int32_t key = 0;
     if (!ParseKey(args[1], key)) return UsageError("crypt: KEY must be a whole number, not '" + args[1] + "'");
 
-    const std::string input{std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()};
-    if (std::cin.bad()) {
+    std::string input;
+    switch (ReadStandardInput(input)) {
+    case InputRead::Ok: break;
+    case InputRead::TooLarge:
+        std::cerr << "tolva2-cli: crypt: standard input is over " << (MaxInputBytes >> 20) << " MiB\n";
+        return ExitFailed;
+    case InputRead::Failed:
         std::cerr << "tolva2-cli: crypt: could not read standard input\n";
         return ExitFailed;
     }

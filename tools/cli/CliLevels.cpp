@@ -99,6 +99,11 @@ int RunCheck(const std::string& dir) {
         std::cerr << "tolva2-cli: levels check: " << load.LevelHeads - MaxLevels << " levels beyond the 100th are dropped\n";
     if (load.SidesCut > 0)
         std::cerr << "tolva2-cli: levels check: " << load.SidesCut << " levels are larger than 40 and play as 40\n";
+    if (load.TooLarge) {
+        std::cerr << "tolva2-cli: levels check: " << dir << "'s levels.set is over " << (MaxLevelSetBytes >> 20)
+                  << " MiB: damaged\n";
+        return ExitFailed;
+    }
     if (!load.FileFound) {
         std::cerr << "tolva2-cli: levels check: " << dir << " holds no levels.set\n";
         return ExitFailed;
@@ -110,13 +115,13 @@ int RunSeal(const std::string& dir) {
     std::string levelSetPath, error;
     if (!EnterSet(dir, levelSetPath, error)) return UsageError("levels seal: " + error);
     const std::string file = NativePath(AppPath() + levelSetPath + "levels.set");
-    std::ifstream in(file, std::ios::binary);
-    if (!in) {
-        std::cerr << "tolva2-cli: levels seal: " << dir << " holds no levels.set\n";
+    std::string text;
+    const FileRead read = ReadFileWithin(AppPath() + levelSetPath + "levels.set", text, MaxLevelSetBytes);
+    if (read != FileRead::Ok) {
+        std::cerr << "tolva2-cli: levels seal: " << dir
+                  << (read == FileRead::TooLarge ? "'s levels.set is too large" : " holds no readable levels.set") << '\n';
         return ExitFailed;
     }
-    const std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    in.close();
     const levelgen::SealResult sealed = levelgen::SealLevelSet(text);
     // Written beside and renamed into place, so that a failed write leaves the old file.
     const std::string temp = file + ".seal-tmp";

@@ -26,6 +26,16 @@ void PrintHelp() {
     std::cout << "  version\n  --help\n";
 }
 
+// Every command ends here: what it printed is flushed, and a write that failed at any
+// point (a full disk, a closed pipe, /dev/full) is one line on standard error and status 1,
+// whatever the command itself answered.
+int FinishOutput(const std::string& command, int status) {
+    std::cout.flush();
+    if (std::cout) return status;
+    std::cerr << "tolva2-cli: " << command << ": could not write to standard output\n";
+    return ExitFailed;
+}
+
 } // namespace
 } // namespace tolva::cli
 
@@ -36,15 +46,15 @@ int main(int argc, char** argv) {
     const std::string command = argv[1];
     if (command == "--help" || command == "-h" || command == "help") {
         PrintHelp();
-        return ExitOk;
+        return FinishOutput(command, ExitOk);
     }
     if (command == "version" || command == "--version") {
         if (argc > 2) return UsageError("version takes no arguments");
         std::cout << "tolva2-cli " << TOLVA_VERSION << '\n';
-        return ExitOk;
+        return FinishOutput(command, ExitOk);
     }
     std::vector<std::string> args(argv + 2, argv + argc);
     for (const auto& c : CommandTable())
-        if (c.name == command) return c.run(args);
+        if (c.name == command) return FinishOutput(command, c.run(args));
     return UsageError("unknown command '" + command + "'; try tolva2-cli --help");
 }

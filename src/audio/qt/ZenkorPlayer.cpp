@@ -67,7 +67,7 @@ void ZenkorPlayer::PlayMod(const std::string& fileName, bool loop, std::int32_t 
     paused_ = false;
     modFinished_ = false;
     std::string bytes;
-    const bool loaded = ReadWholeFile(fileName, bytes) && stream_->Load(bytes, loop);
+    const bool loaded = ReadWholeFile(fileName, bytes, MaxSoundBytes) && stream_->Load(bytes, loop);
     bool sounding = false;
     if (loaded) {
         stream_->SetPositionMs(position);

@@ -1,10 +1,10 @@
 #include "support/platform/BmpFile.h"
 
+#include "support/ZenkorDetail.h"
+
 #include <array>
 #include <bit>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 
 namespace tolva {
 
@@ -71,10 +71,8 @@ bool Supported(const Layout& l) {
 } // namespace
 
 bool BmpFile::Read(const std::string& nativePath) {
-    std::ifstream in(nativePath, std::ios::binary);
-    if (!in) return false;
-    std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    if (in.bad()) return false;
+    std::string bytes;
+    if (detail::ReadFileBytes(nativePath, bytes, MaxPictureBytes) != FileRead::Ok) return false;
     return Parse(bytes);
 }
 

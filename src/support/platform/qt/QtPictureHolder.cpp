@@ -3,7 +3,7 @@
 #include "support/ZenkorModule.h"
 #include "support/platform/qt/QtPictureView.h"
 
-#include <QFile>
+#include <QBuffer>
 #include <QImageReader>
 
 #include <cmath>
@@ -26,8 +26,13 @@ QtPictureHolder::~QtPictureHolder() {
 }
 
 bool QtPictureHolder::LoadFile(const std::string& storedPath) {
-    if (!FileExists(storedPath)) return false;
-    QImageReader reader(QFile::decodeName(QByteArray::fromStdString(NativePath(storedPath))));
+    // The bytes come through the game's own file reading, which never blocks on a pipe
+    // and stops at the bound; the decoder only ever sees memory.
+    std::string bytes;
+    if (!ReadWholeFile(storedPath, bytes, MaxPictureBytes)) return false;
+    QByteArray data = QByteArray::fromStdString(bytes);
+    QBuffer buffer(&data);
+    QImageReader reader(&buffer);
     reader.setDecideFormatFromContent(true);
     const QSize size = reader.size();
     if (size.isValid() && (size.width() > MaxSide || size.height() > MaxSide)) return false;
