@@ -181,7 +181,7 @@ int RunPage(const std::vector<std::string>& args) {
     table.Load(HiscoreKeeper::HiscorePath(gameFolder, GameSettings::DefaultLevelSet), DefaultSetKey);
     const std::string page = MakeSubmissionPage(gameFolder, settings, table, DefaultSetKey);
     std::cout.write(page.data(), static_cast<std::streamsize>(page.size()));
-    return Written("page");
+    return ExitOk;
 }
 
 int RunHiscore(const std::vector<std::string>& args) {
