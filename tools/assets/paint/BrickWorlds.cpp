@@ -50,22 +50,32 @@ void BrickPainter::Meadow(QImage& image, int index)
 
 void BrickPainter::Dunes(QImage& image, int index)
 {
-    // Sandstone blocks: wind-cut strata, a fine grit and a chiselled edge.
-    const QColor base = PaintKit::Mix(PaintKit::BrickColor(index), QColor(214, 170, 110), 0.26);
+    // Wind-worn sandstone: rounded blocks with sloping strata, a fine grit and the low
+    // sun on their tops, set in the shade between them.
+    const QColor base = PaintKit::Mix(PaintKit::BrickColor(index), QColor(232, 190, 130), 0.3);
+    QImage stone(Size, Size, QImage::Format_RGB32);
     for (int y = 0; y < Size; ++y) {
         for (int x = 0; x < Size; ++x) {
-            const double warp = PaintKit::Fbm(x * 0.12, y * 0.12, 2, 700 + index) * 3;
-            const double strata = 0.5 + 0.5 * std::sin((y + warp) * 0.95);
+            const double warp = PaintKit::Fbm(x * 0.12, y * 0.12, 2, 700 + index) * 2;
+            const double strata = 0.5 + 0.5 * std::sin((y + 0.45 * x + warp) * 1.4);
             const double grit = PaintKit::Noise(x * 0.9, y * 0.9, 710) - 0.5;
-            image.setPixelColor(x, y, PaintKit::Shade(base, 0.1 - 0.16 * strata + 0.1 * grit - 0.008 * y));
+            stone.setPixelColor(x, y, PaintKit::Shade(base, 0.08 - 0.12 * strata + 0.12 * grit - 0.01 * y));
         }
     }
+    image.fill(QColor(44, 24, 22));
     QPainter p(&image);
-    PaintKit::Raised(p, QRect(1, 1, Size - 2, Size - 2), 2, base);
-    p.setPen(PaintKit::Shade(base, -0.72));
-    p.setBrush(Qt::NoBrush);
-    p.drawRect(0, 0, Size - 1, Size - 1);
-    DrawEmblem(p, index, base, 12, QPointF(12.5, 12.5));
+    p.setRenderHint(QPainter::Antialiasing, true);
+    const QRectF block(0.5, 0.5, Size - 1, Size - 1);
+    p.setPen(QPen(PaintKit::Shade(base, -0.7), 1.0));
+    p.setBrush(QBrush(stone));
+    p.drawRoundedRect(block, 5, 5);
+    QLinearGradient sun(0, 1, 0, 9);
+    sun.setColorAt(0.0, QColor(255, 240, 200, 120));
+    sun.setColorAt(1.0, QColor(255, 240, 200, 0));
+    p.setPen(Qt::NoPen);
+    p.setBrush(sun);
+    p.drawRoundedRect(QRectF(1.5, 1.5, Size - 3, 8), 4, 4);
+    DrawEmblem(p, index, base, 12, QPointF(12.5, 13));
 }
 
 void BrickPainter::Marble(QImage& image, int index)
