@@ -1,6 +1,7 @@
 // The generated pictures: present, 24-bit, of the sizes and forms the game relies on.
 #include "AssetFiles.h"
 #include "BmpWriter.h"
+#include "PictureSet.h"
 
 #include <gtest/gtest.h>
 
@@ -41,8 +42,8 @@ std::vector<Expected> EveryBitmap()
     for (int i = 0; i < 10; ++i) {
         all.push_back({GeneratedPath(QStringLiteral("builtin/bricks/%1.bmp").arg(i)), 25, 25});
     }
-    for (const char* style : {"crystal", "forest", "ocean", "ember"}) {
-        const QString folder = QStringLiteral("levels/default/%1/").arg(QLatin1String(style));
+    for (const PictureSet::World& w : PictureSet::Worlds()) {
+        const QString folder = QStringLiteral("levels/default/%1/").arg(QLatin1String(w.folder));
         for (int i = 0; i < 10; ++i) {
             all.push_back({GamePath(folder + QStringLiteral("%1.bmp").arg(i)), 25, 25});
         }
@@ -182,8 +183,8 @@ TEST(Pictures, BrickColoursStayApartWithoutHue)
     // in grey (an emblem alone covers only a small part of the cell).
     const double MinimumDifference = 2.0;
     std::vector<QString> sets = {GeneratedPath("builtin/bricks/")};
-    for (const char* style : {"crystal", "forest", "ocean", "ember"}) {
-        sets.push_back(GamePath(QStringLiteral("levels/default/%1/").arg(QLatin1String(style))));
+    for (const PictureSet::World& w : PictureSet::Worlds()) {
+        sets.push_back(GamePath(QStringLiteral("levels/default/%1/").arg(QLatin1String(w.folder))));
     }
     for (const QString& set : sets) {
         std::vector<QImage> bricks;

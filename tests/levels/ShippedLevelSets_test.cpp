@@ -73,13 +73,13 @@ TEST(ShippedLevelSets, DefaultSetGrowsAndMeetsEverySpellEarlyAndOften) {
     ShippedSet set("default");
     std::set<std::string> names;
     std::map<int, std::vector<int>> spellLevels;
-    std::set<std::string> folders;
+    std::map<std::string, std::vector<int>> worlds;
     int shaped = 0;
     for (int n = 1; n <= 100; ++n) {
         const LevelRecord& level = set.Level(n);
         EXPECT_FALSE(level.LevelName.empty()) << n;
         names.insert(level.LevelName);
-        folders.insert(level.levelgfxfolder);
+        worlds[level.levelgfxfolder].push_back(n);
         int holes = 0;
         std::set<int> colours;
         for (int x = 0; x < level.levelbricks; ++x)
@@ -101,7 +101,14 @@ TEST(ShippedLevelSets, DefaultSetGrowsAndMeetsEverySpellEarlyAndOften) {
     EXPECT_LE(set.Level(10).levelbricks, 14);
     EXPECT_GE(set.Level(90).levelbricks, 34);
     EXPECT_GE(shaped, 30);
-    EXPECT_EQ(folders, (std::set<std::string>{"", "crystal", "forest", "ocean", "ember"}));
+    // Ten worlds of ten levels in a row; no level shows the standard background.
+    EXPECT_EQ(worlds.size(), 10u);
+    EXPECT_EQ(worlds.count(""), 0u);
+    for (const auto& [folder, levels] : worlds) {
+        EXPECT_EQ(levels.size(), 10u) << folder;
+        EXPECT_EQ(levels.back() - levels.front(), 9) << folder;
+        EXPECT_EQ(levels.front() % 10, 1) << folder;
+    }
     for (int spell = 0; spell < SpellCount; ++spell) {
         auto& at = spellLevels[spell];
         ASSERT_FALSE(at.empty()) << spell;
@@ -121,6 +128,19 @@ TEST(ShippedLevelSets, EveryMiniatureIsClearedByItsStoredSolution) {
     EXPECT_EQ(set.load.Integrity, LevelSetIntegrity::NotChecked);
     EXPECT_EQ(set.load.SetName, "Miniatures");
     ReplayStoredSolutions("miniatures", "miniatures-solutions.txt", 20);
+}
+
+TEST(ShippedLevelSets, EveryMiniatureBorrowsAWorldOfTheDefaultSet) {
+    ShippedSet set("miniatures");
+    ShippedSet standard("default");
+    std::set<std::string> worlds;
+    for (int n = 1; n <= 100; ++n) worlds.insert("..\\default\\" + standard.Level(n).levelgfxfolder);
+    std::set<std::string> used;
+    for (int n = 1; n <= 20; ++n) {
+        EXPECT_EQ(worlds.count(set.Level(n).levelgfxfolder), 1u) << n;
+        used.insert(set.Level(n).levelgfxfolder);
+    }
+    EXPECT_EQ(used.size(), 10u);
 }
 
 TEST(ShippedLevelSets, SolverOutputReplaysOnTheEngine) {

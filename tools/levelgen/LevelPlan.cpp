@@ -12,7 +12,7 @@ struct Outline {
     const char* text;   // for Shape::Text
 };
 
-// The default set, level by level. Themed runs use the set's own picture folders.
+// The default set, level by level. Every ten levels share a world of pictures.
 const Outline DefaultOutline[100] = {
     {"First Steps", Shape::Full, ""},        {"Gun Practice", Shape::Full, ""},
     {"Small Blast", Shape::Full, ""},        {"Twin Bricks", Shape::Full, ""},
@@ -112,13 +112,12 @@ int DefaultColours(int level) {
     return 9;
 }
 
-std::string ThemeFolder(int level) {
-    if (level >= 21 && level <= 28) return "crystal";
-    if (level >= 41 && level <= 48) return "forest";
-    if (level >= 61 && level <= 68) return "ocean";
-    if (level >= 81 && level <= 88) return "ember";
-    return "";
-}
+// The ten worlds of pictures, ten levels each, in the order the default set meets them.
+// Their folders lie in the default set; other sets reach them from their own folder.
+const char* const Worlds[10] = {"meadow", "dunes", "crystal", "marble", "forest",
+                                "clockwork", "ocean", "neon", "ember", "cosmos"};
+
+std::string ThemeFolder(int level) { return Worlds[std::clamp((level - 1) / 10, 0, 9)]; }
 
 } // namespace
 
@@ -172,6 +171,8 @@ SetPlan MiniaturesSetPlan() {
         e.spells = {spells[i % 6]};
         e.mood = i < 3 ? Mood::Moderate : Mood::Hard;
         e.candidates = 12;
+        // Two small boards in each world, borrowed from the default set beside this one.
+        e.folder = std::string("..\\default\\") + Worlds[i / 2];
         plan.levels.push_back(e);
     }
     return plan;

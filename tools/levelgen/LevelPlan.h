@@ -22,7 +22,7 @@ struct LevelPlanEntry {
     int minGroup = 2;
     int maxGroup = 4;
     LayoutRequest shape;
-    std::string folder;         // picture folder under the set, empty for the standard pictures
+    std::string folder;         // picture folder, relative to the set's folder
     std::vector<int> spells;    // spell numbers hidden in the level
     Mood mood = Mood::Moderate;
     int candidates = 6;         // designs made and judged before one is chosen

@@ -17,6 +17,12 @@ QImage BrickPainter::Paint(Style style, int index)
     case Style::Forest: Forest(image, index); break;
     case Style::Ocean: Ocean(image, index); break;
     case Style::Ember: Ember(image, index); break;
+    case Style::Meadow: Meadow(image, index); break;
+    case Style::Dunes: Dunes(image, index); break;
+    case Style::Marble: Marble(image, index); break;
+    case Style::Clockwork: Clockwork(image, index); break;
+    case Style::Neon: Neon(image, index); break;
+    case Style::Cosmos: Cosmos(image, index); break;
     }
     return image;
 }

@@ -2,9 +2,10 @@
 //
 //   tolva2-paint --game-dir DIR --builtin-dir DIR [--sheet FILE.png]
 //
-// DIR/data/ gets the pictures the game loads by name, DIR/levels/default/<style>/ the
-// graphics folders of the default level set, the builtin folder the pictures compiled into
-// the program (bricks, standard board background, Loading background, mouse pointers).
+// DIR/data/ gets the pictures the game loads by name, DIR/levels/default/<world>/ the
+// graphics folders of the ten worlds (both shipped sets use them), the builtin folder
+// the pictures compiled into the program (bricks, standard board background, Loading
+// background, mouse pointers).
 // Text needs a font engine and so a QGuiApplication; the offscreen platform gives one
 // without a display.
 #include "AssetSink.h"

@@ -6,24 +6,36 @@
 #include "StripPainter.h"
 #include "WindowPainter.h"
 
+const std::vector<PictureSet::World>& PictureSet::Worlds()
+{
+    // In the order the default set meets them, ten levels each.
+    static const std::vector<World> worlds = {
+        {"meadow", BrickPainter::Style::Meadow, &BackgroundPainter::Meadow},
+        {"dunes", BrickPainter::Style::Dunes, &BackgroundPainter::Dunes},
+        {"crystal", BrickPainter::Style::Crystal, &BackgroundPainter::Crystal},
+        {"marble", BrickPainter::Style::Marble, &BackgroundPainter::Marble},
+        {"forest", BrickPainter::Style::Forest, &BackgroundPainter::Forest},
+        {"clockwork", BrickPainter::Style::Clockwork, &BackgroundPainter::Clockwork},
+        {"ocean", BrickPainter::Style::Ocean, &BackgroundPainter::Ocean},
+        {"neon", BrickPainter::Style::Neon, &BackgroundPainter::Neon},
+        {"ember", BrickPainter::Style::Ember, &BackgroundPainter::Ember},
+        {"cosmos", BrickPainter::Style::Cosmos, &BackgroundPainter::Cosmos},
+    };
+    return worlds;
+}
+
 void PictureSet::Bricks(AssetSink& sink)
 {
     for (int i = 0; i < 10; ++i) {
         sink.BuiltinBitmap(QStringLiteral("Built-in bricks"), QStringLiteral("bricks/%1.bmp").arg(i),
                            BrickPainter::Paint(BrickPainter::Style::Classic, i));
     }
-    const struct {
-        const char* folder;
-        BrickPainter::Style style;
-    } styles[] = {{"crystal", BrickPainter::Style::Crystal},
-                  {"forest", BrickPainter::Style::Forest},
-                  {"ocean", BrickPainter::Style::Ocean},
-                  {"ember", BrickPainter::Style::Ember}};
-    for (const auto& s : styles) {
+    for (const World& w : Worlds()) {
+        const QString folder = QLatin1String(w.folder);
         for (int i = 0; i < 10; ++i) {
-            sink.GameBitmap(QStringLiteral("Level graphics: %1").arg(QLatin1String(s.folder)),
-                            QStringLiteral("levels/default/%1/%2.bmp").arg(QLatin1String(s.folder)).arg(i),
-                            BrickPainter::Paint(s.style, i));
+            sink.GameBitmap(QStringLiteral("Level graphics: %1").arg(folder),
+                            QStringLiteral("levels/default/%1/%2.bmp").arg(folder).arg(i),
+                            BrickPainter::Paint(w.bricks, i));
         }
     }
 }
@@ -32,10 +44,10 @@ void PictureSet::Backgrounds(AssetSink& sink)
 {
     const QString section = QStringLiteral("Board backgrounds");
     sink.BuiltinBitmap(section, QStringLiteral("eBack.bmp"), BackgroundPainter::Standard());
-    sink.GameBitmap(section, QStringLiteral("levels/default/crystal/background.bmp"), BackgroundPainter::Crystal());
-    sink.GameBitmap(section, QStringLiteral("levels/default/forest/background.bmp"), BackgroundPainter::Forest());
-    sink.GameBitmap(section, QStringLiteral("levels/default/ocean/background.bmp"), BackgroundPainter::Ocean());
-    sink.GameBitmap(section, QStringLiteral("levels/default/ember/background.bmp"), BackgroundPainter::Ember());
+    for (const World& w : Worlds()) {
+        sink.GameBitmap(section, QStringLiteral("levels/default/%1/background.bmp").arg(QLatin1String(w.folder)),
+                        w.background());
+    }
 }
 
 void PictureSet::Windows(AssetSink& sink)
