@@ -1,18 +1,22 @@
 #!/usr/bin/env bash
-# Measures how long the game takes from launch until its main window is mapped, and the
-# resident memory of the running game, over several runs; prints the medians.
-# Runs under its own Xvfb (xvfb-run) unless a DISPLAY is already set; needs xdotool.
+# Measures the game's start-up against the toolkit's floor, in one run: the game and an
+# empty Qt window of the same size (bench/startup/EmptyWindow.cpp), launched alternately,
+# each timed from its launch until the X server maps its window (the probe listens to the
+# server's map events, so no polling goes into the figure). Prints both medians and their
+# ratio, and the resident memory and libraries mapped of each, a second after mapping.
+#   scripts/measure-startup.sh [RUNS]        (default 9)
+# Extra tolva2.ini lines can be given in TOLVA_MEASURE_INI (e.g. 'playmusic=0\r\n').
+# Runs under its own Xvfb (xvfb-run) unless a DISPLAY is already set.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-runs=${1:-7}
-game=build/game/tolva2
-[ -x "$game" ] || bash scripts/build.sh >/dev/null
-command -v xdotool >/dev/null || { echo "measure-startup: install xdotool" >&2; exit 2; }
+runs=${1:-9}
+[ -d build ] || bash scripts/build.sh >/dev/null
+cmake --build build --target tolva2 tolva2_audio tolva2_empty_window tolva2_startup_probe >/dev/null
+probe=build/bench/startup/tolva2_startup_probe
+empty=build/bench/startup/tolva2_empty_window
 if [ -z "${DISPLAY:-}" ]; then
   exec xvfb-run -a -s "-screen 0 1024x768x24" "$0" "$@"
 fi
-# xvfb-run does not always wait until its server takes clients.
-for _ in $(seq 200); do xdotool getdisplaygeometry >/dev/null 2>&1 && break; sleep 0.05; done
 
 # A copy of the game folder past its first start: the credits of a first start wait for
 # the player and would be measured instead of the start-up.
@@ -20,33 +24,34 @@ folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 cp -r build/game/. "$folder/"
 printf "[main]\r\nnotfirstuse=yes\r\n${TOLVA_MEASURE_INI:-}" >"$folder/tolva2.ini"
-game="$folder/tolva2"
 
-times=(); rss=()
-for ((i = 0; i < runs; i++)); do
-  # Xvfb now and then refuses a client while it is being polled; such a launch is tried
-  # again rather than counted.
+# One launch: prints "MS RSS_KB LIBS". Xvfb now and then refuses a client at once; such a
+# launch is tried again rather than counted.
+measure() {
+  local out pid ms
   for attempt in 1 2 3; do
-    start=$(date +%s%N)
-    "$game" >/dev/null 2>&1 &
-    pid=$!
-    # The main window's title begins with the game's name and the set's name.
-    while ! xdotool search --onlyvisible --name "TOLVA II  -" >/dev/null 2>&1; do
-      kill -0 "$pid" 2>/dev/null || break
-      sleep 0.02
-    done
-    end=$(date +%s%N)
-    kill -0 "$pid" 2>/dev/null && break
-    wait "$pid" 2>/dev/null || true
-    [ "$attempt" = 3 ] && { echo "measure-startup: the game did not start" >&2; exit 1; }
+    if out=$("$probe" "TOLVA II  -" "$@" 2>/dev/null); then
+      read -r ms pid <<<"$out"
+      sleep 1   # let it settle before reading its memory
+      echo "$ms $(awk '/VmRSS/ {print $2}' /proc/"$pid"/status) $(awk '$6 ~ /\.so/ {print $6}' /proc/"$pid"/maps | sort -u | wc -l)"
+      kill "$pid" 2>/dev/null || true
+      while kill -0 "$pid" 2>/dev/null; do sleep 0.05; done
+      return 0
+    fi
   done
-  times+=($(( (end - start) / 1000000 )))
-  sleep 1   # let it settle before reading its memory
-  rss+=($(awk '/VmRSS/ {print $2}' /proc/$pid/status))
-  libs=$(awk '$6 ~ /\.so/ {print $6}' /proc/$pid/maps | sort -u | wc -l)
-  kill "$pid"; wait "$pid" 2>/dev/null || true
-done
+  echo "measure-startup: $1 did not show its window" >&2
+  exit 1
+}
+
 median() { printf '%s\n' "$@" | sort -n | awk '{a[NR]=$1} END {print a[int((NR+1)/2)]}'; }
-echo "start-up to window shown: median $(median "${times[@]}") ms over $runs runs (${times[*]})"
-echo "resident memory: median $(( $(median "${rss[@]}") / 1024 )) MB"
-echo "shared libraries mapped: $libs"
+measure "$empty" >/dev/null   # a warm-up of the disk cache and the X server
+measure "$folder/tolva2" >/dev/null
+game_ms=(); game_kb=(); empty_ms=(); empty_kb=()
+for ((i = 0; i < runs; i++)); do
+  read -r ms kb empty_libs <<<"$(measure "$empty")"; empty_ms+=("$ms"); empty_kb+=("$kb")
+  read -r ms kb game_libs <<<"$(measure "$folder/tolva2")"; game_ms+=("$ms"); game_kb+=("$kb")
+done
+g=$(median "${game_ms[@]}"); e=$(median "${empty_ms[@]}")
+echo "empty window: median $e ms to mapped over $runs runs (${empty_ms[*]}), $(( $(median "${empty_kb[@]}") / 1024 )) MB resident, $empty_libs libraries"
+echo "game:         median $g ms to mapped over $runs runs (${game_ms[*]}), $(( $(median "${game_kb[@]}") / 1024 )) MB resident, $game_libs libraries"
+awk -v g="$g" -v e="$e" 'BEGIN { printf "ratio game / empty window: %.2f\n", g / e }'
