@@ -32,6 +32,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QFileInfo>
+#include <QWindow>
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -202,7 +203,10 @@ bool GameApp::eventFilter(QObject* watched, QEvent* event) {
     // Loading the audio stack, opening the sound device and rendering the module take
     // longer than showing the window, and would hold it back: the tune starts once the
     // main window has painted itself for the first time.
-    if (watched == window_.get() && event->type() == QEvent::Paint) {
+    // A paint can come before the window system has shown the window (the first one is
+    // drawn ahead); only a paint of an exposed window counts.
+    const QWindow* shown = window_->windowHandle();
+    if (watched == window_.get() && event->type() == QEvent::Paint && shown != nullptr && shown->isExposed()) {
         window_->removeEventFilter(this);
         StartupTrace::Mark("main window painted");
         StartPendingMusicSoon();
