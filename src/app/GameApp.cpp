@@ -181,8 +181,10 @@ void GameApp::LoadGfx() {
     window_->SetMeHeight();
     window_->ShowLoading();
     loop_.DoEvents();
+    StartupTrace::Mark("loading window shown");
     board_->SetBackPicture(*eBack_);
     board_->LoadResources();
+    StartupTrace::Mark("the board's pictures and strips");
     window_->LoadGfx();
 }
 

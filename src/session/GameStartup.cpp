@@ -40,7 +40,7 @@ bool GameStartup::Form_Load(const std::string& commandLine, std::uint64_t seed) 
     p_.Game.NoSpellBusy = true;
     for (int i = 0; i < MaxLevels; ++i) p_.View.SetLevelMenuEntry(i, "");
     p_.Host.LoadGfx();
-    StartupTrace::Mark("loading window and pictures");
+    StartupTrace::Mark("the main window's pictures");
     p_.View.ShowLoadingText("Settings...");
 
     p_.Settings = GameSettings::Read(IniFile());
