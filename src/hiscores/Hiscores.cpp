@@ -46,10 +46,24 @@ public:
         if (name.find('=') != std::string::npos) return false;
         const std::string_view trimmed = detail::TrimBlanks(name);
         if (!trimmed.empty() && (trimmed.front() == ';' || trimmed.front() == '[')) return false;
-        text_.append(trimmed).append("=").append(value).append("\r\n");
+        text_.append(trimmed).append("=").append(Protected(value)).append("\r\n");
         return true;
     }
     const std::string& Text() const { return text_; }
+
+    // The reader trims blanks off a value and drops one pair of quotes around it. A
+    // typed name of the upper half of the code page can encipher to a blank or a quote at
+    // an end (a "·" in the first place of the default set is a blank); such a value is
+    // written between quotes, so that it reads back whole instead of losing bytes, or
+    // the whole table if the first name came back empty.
+    static std::string Protected(const std::string& value) {
+        if (value.empty()) return value;
+        const char first = value.front();
+        const char last = value.back();
+        const bool quoted = value.size() >= 2 && (first == '"' || first == '\'') && last == first;
+        if (!detail::IsBlank(first) && !detail::IsBlank(last) && !quoted) return value;
+        return '"' + value + '"';
+    }
 
 private:
     std::string text_;

@@ -226,3 +226,21 @@ TEST(HiscoreFile, ASaveThatFailsHalfwayLeavesTheOldFileWhole) {
     EXPECT_FALSE(changed.SaveScore(dir / "missing/hiscore.hi", DefaultSetKey));
     EXPECT_EQ(dir.Read("hiscore.hi"), oldBytes);
 }
+
+TEST(HiscoreFile, ANameThatEnciphersToABlankOrQuoteAtAnEndComesBackWhole) {
+    // Under the default set's key a "·" (0xB7) in the first place enciphers to a blank, a
+    // "¹" (0xB9) to a double quote: values the ini reader would trim or unquote. Were the
+    // first name to come back empty, the whole table would read as no table at all.
+    TempFolder dir;
+    Hiscores table;
+    table[0] = {"\xB7\xB7\xB7", 9, 4000};
+    table[1] = {"\xB8" "AB", 5, 300};   // a quote at the start only, under place 1's key
+    table[2] = {"\xB7" "A\xB7", 2, 20};
+    for (int i = 0; i < 3; ++i) ASSERT_TRUE(table.SaveScore(dir / "hiscore.hi", DefaultSetKey));
+    Hiscores loaded;
+    ASSERT_EQ(loaded.Load(dir / "hiscore.hi", DefaultSetKey), HiscoreLoad::Loaded);
+    EXPECT_EQ(loaded.Entries, table.Entries);
+    // And it stays so from save to save.
+    ASSERT_TRUE(loaded.SaveScore(dir / "again.hi", DefaultSetKey));
+    EXPECT_EQ(dir.Read("again.hi"), dir.Read("hiscore.hi"));
+}
