@@ -1,11 +1,7 @@
 // The real tolva2-hiscored process on 127.0.0.1: a table the game built posted the way
 // the game's page posts it, read back from the public page, a tampered one refused, and
 // the server still answering after a run of garbage. Every wait has a deadline.
-//
-// UNFINISHED: the same round through the game itself (HiscoreUrl pointed at this server,
-// the table submitted from the game's own submission window, the entries found on the
-// server's page) waits for that window, which the game does not have yet. Until then
-// the table here is built by the game's MakeHiscoreString and posted as its page would.
+// The same round through the game's own submission window is tests/qt/HiscoreServer_test.
 #include "FormFields.h"
 
 #include "hiscores/Hiscores.h"
