@@ -1,5 +1,6 @@
 #include "app/GameApp.h"
 
+#include "app/HiscoreWiring.h"
 #include "audio/IdleMascot.h"
 #include "audio/qt/DeferredAudio.h"
 #include "hiscores/HiscoreKeeper.h"
@@ -52,7 +53,6 @@ void GameApp::MakeServices() {
     // board.
     hiscoreView_ = std::make_unique<HiscoreDisplay>(&window_->HiScoreDisplay(), [this] { return BoardOnScreen(); });
     hiscores_ = std::make_unique<HiscoreKeeper>(loop_, *hiscoreView_);
-    hiscores_->EntryMade = [this] { hiscores_->SaveForSet(AppPath(), levelSets_->LevelSetPath); };
     // The mascot in the panel's corner plays when the player idles, and at a press on it.
     kedelig_ = std::make_unique<QtPictureStrip>("Kedelig", &window_->Kedelig());
     auto mascot = std::make_unique<IdleMascot>(*kedelig_, *sound_, loop_, *rng_, settings_,
@@ -128,14 +128,7 @@ GameApp::GameApp(EventLoop& loop, std::string commandLine, Dialogs* dialogs)
     board_->SetTestTubeAnimation(testTube_.get());
     new BonusScreenView(*board_);   // lives on the board's widget
     levelSets_ = std::make_unique<GameLevelSets>(*game_, *session_, *board_, *window_, *dialogs_, loop_);
-    levelSets_->HiscoreSaver = [this] { hiscores_->SaveForSet(AppPath(), levelSets_->LevelSetPath); };
-    levelSets_->HiscoreLoader = [this](std::int16_t) {
-        // The Loading window stands on top of everything; a corrupted table's message
-        // takes that away for its own time.
-        hiscores_->LoadForSet(
-            AppPath(), levelSets_->LevelSetPath, [this](const std::string& text) { window_->ShowLoadingText(text); },
-            *dialogs_, [this] { window_->SetLoadingTopMost(false); }, [this] { window_->SetLoadingTopMost(true); });
-    };
+    ConnectHiscoreTable(*levelSets_, *hiscores_, *window_, *dialogs_);
 
     window_->StandardBackground = [this] { board_->SetBackPicture(*eBack_); };
     window_->Attach({session_.get(), board_.get(), &windows_, [this] { return startup_->Form_Unload(); },
@@ -144,7 +137,7 @@ GameApp::GameApp(EventLoop& loop, std::string commandLine, Dialogs* dialogs)
                                                           *window_, *dialogs_, *rng_, *sound_, *this,
                                                           [this] { musicPending_ = true; },
                                                           [this] { if (music_) music_->StopMod(); },
-                                                          [this] { hiscores_->SaveForSet(AppPath(), levelSets_->LevelSetPath); }});
+                                                          [this] { levelSets_->HiscoreSaver(); }});
 }
 
 GameApp::~GameApp() {

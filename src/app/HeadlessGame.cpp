@@ -1,5 +1,6 @@
 #include "app/HeadlessGame.h"
 
+#include "app/HiscoreWiring.h"
 #include "audio/HeadlessSoundEffects.h"
 #include "audio/IdleMascot.h"
 #include "board/TolvaBoard.h"
@@ -38,7 +39,6 @@ HeadlessGame::HeadlessGame(HeadlessEventLoop& loop, Dialogs& dialogs)
       kedelig_(std::make_unique<HeadlessPictureStrip>("Kedelig", loop)), stats_(AppPath() + "stat.ini"),
       hiscoreView_(std::make_unique<HeadlessHiscoreView>()),
       hiscores_(std::make_unique<HiscoreKeeper>(loop, *hiscoreView_)) {
-    hiscores_->EntryMade = [this] { hiscores_->SaveForSet(AppPath(), levelSets_->LevelSetPath); };
     idle_ = std::make_unique<IdleMascot>(*kedelig_, *sound_, loop_, *rng_, settings_,
                                          [this] { return game_->NoSpellBusy; });
     const BoardPlatform platform{loop_, *surface_, *pictures_, *sound_, dialogs_, *rng_};
@@ -49,16 +49,11 @@ HeadlessGame::HeadlessGame(HeadlessEventLoop& loop, Dialogs& dialogs)
     board_->SetTestTubeAnimation(testTube_.get());
 
     levelSets_ = std::make_unique<GameLevelSets>(*game_, *session_, *board_, *view_, dialogs_, loop_);
-    levelSets_->HiscoreSaver = [this] { hiscores_->SaveForSet(AppPath(), levelSets_->LevelSetPath); };
-    levelSets_->HiscoreLoader = [this](std::int16_t) {
-        hiscores_->LoadForSet(
-            AppPath(), levelSets_->LevelSetPath, [this](const std::string& text) { view_->ShowLoadingText(text); },
-            dialogs_, [this] { view_->SetLoadingTopMost(false); }, [this] { view_->SetLoadingTopMost(true); });
-    };
+    ConnectHiscoreTable(*levelSets_, *hiscores_, *view_, dialogs_);
     // Without a sound device there is no music to start or stop.
     startup_ = std::make_unique<GameStartup>(StartupParts{
         *game_, settings_, *session_, *board_, *levelSets_, *view_, dialogs_, *rng_, *sound_, *this, {}, {},
-        [this] { hiscores_->SaveForSet(AppPath(), levelSets_->LevelSetPath); }});
+        [this] { levelSets_->HiscoreSaver(); }});
 }
 
 HeadlessGame::~HeadlessGame() {
