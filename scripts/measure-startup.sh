@@ -5,7 +5,9 @@
 # server's map events, so no polling goes into the figure). Prints both medians and their
 # ratio, and the resident memory and libraries mapped of each, a second after mapping.
 #   scripts/measure-startup.sh [RUNS]        (default 9)
-# Extra tolva2.ini lines can be given in TOLVA_MEASURE_INI (e.g. 'playmusic=0\r\n').
+# Extra tolva2.ini lines can be given in TOLVA_MEASURE_INI (e.g. 'playmusic=0\r\n'), and
+# another game folder to measure (an older build, for a before-and-after) in
+# TOLVA_MEASURE_GAME_DIR.
 # Runs under its own Xvfb (xvfb-run) unless a DISPLAY is already set.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -22,7 +24,7 @@ fi
 # the player and would be measured instead of the start-up.
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
-cp -r build/game/. "$folder/"
+cp -r "${TOLVA_MEASURE_GAME_DIR:-build/game}/." "$folder/"
 printf "[main]\r\nnotfirstuse=yes\r\n${TOLVA_MEASURE_INI:-}" >"$folder/tolva2.ini"
 
 # One launch: prints "MS RSS_KB LIBS". Xvfb now and then refuses a client at once; such a
