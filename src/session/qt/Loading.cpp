@@ -20,7 +20,7 @@ QFont LabelFont() {
 
 Loading::Loading(EventLoop& loop, const QPixmap& background, const QString& version)
     : QWidget(nullptr, Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::SplashScreen),
-      loop_(loop), background_(background) {
+      loop_(loop), nextFrame_(loop.CreateTimer(false)), background_(background) {
     setFixedSize(WidthPx, HeightPx);
     setWindowTitle("TOLVA II");
     QPalette palette;
@@ -38,13 +38,35 @@ Loading::Loading(EventLoop& loop, const QPixmap& background, const QString& vers
         const QRect area = screen->geometry();
         move(area.center() - QPoint(WidthPx / 2, HeightPx / 2));
     }
+    nextFrame_->OnTick = [this] {
+        nextFrame_->SetEnabled(false);
+        ShowText(waiting_);
+    };
 }
 
+Loading::~Loading() { nextFrame_->SetEnabled(false); }
+
 void Loading::SetLabel(const QString& text) {
+    const std::int64_t now = loop_.NowMs();
+    if (!shownOnce_ || now - shownAtMs_ >= FrameMs) {
+        nextFrame_->SetEnabled(false);
+        ShowText(text);
+    } else {
+        waiting_ = text;
+        if (!nextFrame_->Enabled()) {
+            nextFrame_->SetInterval(static_cast<std::int32_t>(FrameMs - (now - shownAtMs_)));
+            nextFrame_->SetEnabled(true);
+        }
+    }
+    loop_.DoEvents();
+}
+
+void Loading::ShowText(const QString& text) {
+    shownOnce_ = true;
+    shownAtMs_ = loop_.NowMs();
     label2_->setText(text);
     label2_->adjustSize();
     label2_->move(width() / 2 - label2_->width() / 2, 148);
-    loop_.DoEvents();
 }
 
 void Loading::SetTopMost(bool onTop) {
