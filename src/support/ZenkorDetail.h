@@ -34,6 +34,9 @@ inline bool EqualsNoCase(std::string_view a, std::string_view b) {
 // blocks on one), TooLarge for a file over `maxBytes` (an endless one included), Failed
 // for a read error; `contents` changes only on Ok.
 FileRead ReadFileBytes(const std::string& nativePath, std::string& contents, std::size_t maxBytes);
+// The opening half of ReadFileBytes: a descriptor of a regular file of at most
+// `maxBytes` on Ok, -1 otherwise; `size` gives the file's size when it opened.
+int OpenRegularFile(const std::string& nativePath, std::size_t maxBytes, FileRead& result, std::size_t& size);
 
 // Replaces the file at `nativePath` with `bytes`: they go to a temporary file in the same
 // folder, which is then renamed over the old one, so that a crash leaves either the old

@@ -155,25 +155,40 @@ bool WriteAll(int fd, const std::string& bytes) {
 
 namespace detail {
 
-FileRead ReadFileBytes(const std::string& nativePath, std::string& contents, std::size_t maxBytes) {
-    if (nativePath.empty()) return FileRead::Missing;
+int OpenRegularFile(const std::string& nativePath, std::size_t maxBytes, FileRead& result, std::size_t& size) {
+    result = FileRead::Missing;
+    if (nativePath.empty()) return -1;
     // Non-blocking open, so that a pipe of that name is turned away instead of waited on.
     const int fd = ::open(nativePath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (fd < 0) return errno == ENOENT || errno == ENOTDIR || errno == ELOOP || errno == ENXIO ? FileRead::Missing
-                                                                                                 : FileRead::Failed;
+    if (fd < 0) {
+        if (errno != ENOENT && errno != ENOTDIR && errno != ELOOP && errno != ENXIO) result = FileRead::Failed;
+        return -1;
+    }
     struct stat info {};
     if (::fstat(fd, &info) != 0 || !S_ISREG(info.st_mode)) {
         ::close(fd);
-        return FileRead::Missing;
+        return -1;
     }
     if (static_cast<std::uintmax_t>(info.st_size) > maxBytes) {
         ::close(fd);
-        return FileRead::TooLarge;
+        result = FileRead::TooLarge;
+        return -1;
     }
+    size = static_cast<std::size_t>(info.st_size);
+    result = FileRead::Ok;
+    return fd;
+}
+
+FileRead ReadFileBytes(const std::string& nativePath, std::string& contents, std::size_t maxBytes) {
+    FileRead opened = FileRead::Missing;
+    std::size_t size = 0;
+    const int fd = OpenRegularFile(nativePath, maxBytes, opened, size);
+    if (fd < 0) return opened;
     // The size is only a first guess: the file may grow while it is read, and the bound
-    // holds for what is actually read.
+    // holds for what is actually read. One byte more than the size lets the first read
+    // meet the end of an unchanged file without the buffer having to grow (and be copied).
     std::string bytes;
-    bytes.resize(static_cast<std::size_t>(info.st_size));
+    bytes.resize(std::min(size + 1, maxBytes + 1));
     std::size_t done = 0;
     for (;;) {
         if (done == bytes.size()) {
@@ -343,6 +358,11 @@ std::vector<std::string> ListSubfolders(std::string& path) {
 
 FileRead ReadFileWithin(const std::string& path, std::string& contents, std::size_t maxBytes) {
     return detail::ReadFileBytes(NativePath(path), contents, maxBytes);
+}
+
+int OpenFileWithin(const std::string& path, std::size_t maxBytes, FileRead& result) {
+    std::size_t size = 0;
+    return detail::OpenRegularFile(NativePath(path), maxBytes, result, size);
 }
 
 bool ReadWholeFile(const std::string& path, std::string& contents, std::size_t maxBytes) {

@@ -105,6 +105,11 @@ enum class FileRead {
 // The file's bytes, at most `maxBytes` of them; `contents` changes only on Ok. The file
 // is opened without blocking, so that a pipe of that name is turned away, not waited on.
 FileRead ReadFileWithin(const std::string& path, std::string& contents, std::size_t maxBytes);
+// Opens the file for reading under the same rules, for a reader that streams it instead
+// of holding all of it (a large picture): gives an open descriptor on Ok, for the caller
+// to close, and -1 otherwise. The size is checked when it opens; a reader that goes on
+// past `maxBytes` is its own to bound.
+int OpenFileWithin(const std::string& path, std::size_t maxBytes, FileRead& result);
 // The file's bytes; false if it could not be read or is over `maxBytes`.
 bool ReadWholeFile(const std::string& path, std::string& contents, std::size_t maxBytes = MaxOtherFileBytes);
 // Replaces the file with `text`, no line end added. `doEvents` (if given) runs before

@@ -3,10 +3,11 @@
 #include "support/ZenkorModule.h"
 #include "support/platform/qt/QtPictureView.h"
 
-#include <QBuffer>
+#include <QFile>
 #include <QImageReader>
 
 #include <cmath>
+#include <unistd.h>
 
 namespace tolva {
 
@@ -26,14 +27,28 @@ QtPictureHolder::~QtPictureHolder() {
 }
 
 bool QtPictureHolder::LoadFile(const std::string& storedPath) {
-    // The bytes come through the game's own file reading, which never blocks on a pipe
-    // and stops at the bound; the decoder only ever sees memory.
-    std::string bytes;
-    if (!ReadWholeFile(storedPath, bytes, MaxPictureBytes)) return false;
-    QByteArray data = QByteArray::fromStdString(bytes);
-    QBuffer buffer(&data);
-    QImageReader reader(&buffer);
-    reader.setDecideFormatFromContent(true);
+    // The file is opened the game's own way (a pipe is turned away, never waited on, and
+    // a file over the bound is refused) and decoded as it is read: a picture's bytes
+    // never sit in memory twice. The decoder reads no further than the picture's own
+    // header says, and the header's size is checked first.
+    FileRead opened = FileRead::Missing;
+    const int fd = OpenFileWithin(storedPath, MaxPictureBytes, opened);
+    if (fd < 0) return false;
+    QFile file;
+    if (!file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        ::close(fd);
+        return false;
+    }
+    QImageReader reader(&file);
+    // The game's pictures are BMP files, which Qt reads itself. Naming the format spares
+    // the reader a probe of every image plug-in installed, which would load each of them
+    // at the first picture; anything else is still recognised from its content.
+    if (file.peek(2) == "BM") {
+        reader.setFormat("bmp");
+        reader.setAutoDetectImageFormat(false);
+    } else {
+        reader.setDecideFormatFromContent(true);
+    }
     const QSize size = reader.size();
     if (size.isValid() && (size.width() > MaxSide || size.height() > MaxSide)) return false;
     QImage image;
