@@ -29,13 +29,19 @@
 #include "support/platform/SeededRandom.h"
 #include "support/platform/qt/QtDialogs.h"
 #include "support/platform/qt/QtPictureHolder.h"
+#include "support/platform/qt/X11Display.h"
 
 #include <QCoreApplication>
 #include <QEvent>
 #include <QFileInfo>
 #include <QWindow>
 #include <QGuiApplication>
+#include <QPointer>
 #include <QScreen>
+
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
 
 namespace tolva {
 namespace {
@@ -176,9 +182,21 @@ void GameApp::LoadGfx() {
     loop_.DoEvents();
     StartupTrace::Mark("loading window shown");
     board_->SetBackPicture(*eBack_);
-    board_->LoadResources();
-    StartupTrace::Mark("the board's pictures and strips");
     window_->LoadGfx();
+}
+
+void GameApp::LoadUnseenPictures() {
+    // What only a game shows: the bonus screen, digits, effect strips and spell pictures.
+    // It is loaded on the event loop right after the window is up: the first thing the
+    // loop does then, before any key or click can reach the game, and the false desktop
+    // still covers the window.
+    board_->LoadResources();
+    window_->LoadGamePictures();
+#if defined(__GLIBC__)
+    // The start-up's buffers are freed by now: their pages go back to the system.
+    malloc_trim(0);
+#endif
+    StartupTrace::Mark("the pictures a game shows");
 }
 
 void GameApp::ShowAboutFirstTime() {
@@ -191,7 +209,9 @@ void GameApp::ShowAboutFirstTime() {
 void GameApp::StartPendingMusicSoon() {
     if (!musicPending_) return;
     musicPending_ = false;
-    loop_.Post([this] { StartMusic(); });
+    loop_.Post([self = QPointer<GameApp>(this)] {
+        if (self) self->StartMusic();
+    });
 }
 
 bool GameApp::eventFilter(QObject* watched, QEvent* event) {
@@ -218,7 +238,12 @@ void GameApp::ShowMainWindow() {
         window_->CloseLoading();
         window_->installEventFilter(this);
         window_->show();
+        // The window is mapped now, not after the loop's next turn and the loads on it.
+        x11::Flush();
         StartupTrace::Mark("main window shown");
+        loop_.Post([self = QPointer<GameApp>(this)] {
+            if (self) self->LoadUnseenPictures();
+        });
     });
 }
 

@@ -79,6 +79,7 @@ private:
     QRect BoardOnScreen() const;
     void StartMusic();
     void StartPendingMusicSoon();
+    void LoadUnseenPictures();
     bool eventFilter(QObject* watched, QEvent* event) override;
     void StopMusicUnlessStopped();
 

@@ -353,6 +353,8 @@ void RunRow(const Row& row) {
     {
         GameApp app(loop, "", &dialogs);
         const bool started = app.Start(1);
+        // The loop's first turn after the window is up loads the pictures a game shows.
+        loop.DoEvents();
         EXPECT_EQ(started, row.outcome != Outcome::Stops);
         if (row.message != nullptr) {
             ASSERT_EQ(dialogs.ShownBoxes().size(), 1u);

@@ -2,6 +2,7 @@
 // played with the mouse on the board until a level is cleared and until it ends. The
 // window runs on the virtual clock, so the bonus count between levels takes no time.
 #include "shared/LevelModule.h"
+#include "board/BmpWriter.h"
 #include "board/TolvaBoard.h"
 #include "board/qt/BoardWidget.h"
 #include "hiscores/HiscoreKeeper.h"
@@ -151,6 +152,24 @@ TEST(frmMain, StartUpStopsWithoutTheDefaultSetAndFallsBackFromABadOne) {
         EXPECT_EQ(ReadIni(folder.Dir / "tolva2.ini", "main", "updatedelay"), "2");
         EXPECT_EQ(ReadIni(folder.Dir / "tolva2.ini", "main", "levelset"), "levels\\default\\");
     }
+}
+
+TEST(frmMain, ThePicturesOnlyAGameShowsWaitForTheLoopsFirstTurnAfterTheWindow) {
+    TestWindow t("");
+    auto [folder, game, dialogs, app] = t.Parts();
+    std::filesystem::create_directories(folder.Dir / "data");
+    folder.Dir.Write("data/0.bmp", tolva::testing::MakeBmp(750, 561, 24, [](int, int) { return 0x204060u; }));
+    folder.Dir.Write("data/12.bmp", tolva::testing::MakeBmp(500, 500, 24, [](int, int) { return 0x102030u; }));
+    folder.Dir.Write("data/13.bmp", tolva::testing::MakeBmp(50, 600, 24, [](int, int) { return 0xFF0000u; }));
+    ASSERT_TRUE(app.Start(1));
+    EXPECT_TRUE(app.Window().isVisible());
+    // The first screen is whole; the bonus screen and the effect strips are not yet read.
+    EXPECT_EQ(app.Window().grab().toImage().pixel(2, 2), 0xFF204060u);
+    EXPECT_FALSE(app.Board().BonusPic().Holder().HasPicture());
+    EXPECT_FALSE(app.Board().Animation().HasStrip());
+    t.loop.DoEvents();
+    EXPECT_TRUE(app.Board().BonusPic().Holder().HasPicture());
+    EXPECT_TRUE(app.Board().Animation().HasStrip());
 }
 
 TEST(frmMain, AGamePlayedWithTheMouseClearsALevelAndEnds) {

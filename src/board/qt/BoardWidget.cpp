@@ -110,23 +110,29 @@ QPainter* BoardWidget::BufferPainter() {
 }
 
 void BoardWidget::EnsureBuffer() {
-    if (buffer_.size() != size()) ResetBuffer();
-}
-
-void BoardWidget::ResetBuffer() {
+    if (buffer_.size() == size()) return;
     if (painter_.isActive()) painter_.end();
     if (size().isEmpty()) {
         buffer_ = QImage();
-    } else {
-        buffer_ = QImage(size(), QImage::Format_RGB32);
-        buffer_.fill(Qt::black);
-        // The back picture stands at the top left at its own size, as the surface's own
-        // picture: it shows wherever no cell is painted.
-        if (!backPicture_.isNull()) {
-            QPainter painter(&buffer_);
-            painter.drawImage(QPoint(0, 0), backPicture_);
-        }
+        return;
     }
+    buffer_ = QImage(size(), QImage::Format_RGB32);
+    // The back picture stands at the top left at its own size, as the surface's own
+    // picture: it shows wherever no cell is painted, and black beyond it.
+    const QRect back(QPoint(0, 0), backPicture_.size());
+    if (!back.contains(buffer_.rect())) buffer_.fill(Qt::black);
+    if (!backPicture_.isNull()) {
+        QPainter painter(&buffer_);
+        painter.drawImage(QPoint(0, 0), backPicture_);
+    }
+    boardMustPaint_ = true;
+}
+
+void BoardWidget::ResetBuffer() {
+    // The buffer is made again, at the widget's size of that time, when it is next
+    // drawn on or shown; a board that is set up before its window shows makes it once.
+    if (painter_.isActive()) painter_.end();
+    buffer_ = QImage();
     boardMustPaint_ = true;
     update();
 }

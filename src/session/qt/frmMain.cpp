@@ -215,6 +215,7 @@ void frmMain::ShowSpellPanel(const SpellPanel& panel) {
         return;
     }
     setCursor(QCursor(spellCursor_, 1, 1));
+    LoadGamePictures();
     ActiveSpellPic_->setPixmap(sss_[static_cast<std::size_t>(panel.Active)]);
     ActiveSpellPic_->setToolTip(FromBytes(panel.ActiveName));
     lSpell_->setText(FromBytes(panel.ActiveName));
@@ -293,16 +294,24 @@ void frmMain::LoadGfx() {
     LoadButtonPictures(*bAbout_, "data\\7.bmp", "data\\8.bmp", "Button 3");
     Kedelig_->LoadPictureStrip(AppPath() + "data\\9.bmp");
     ShowLoadingText("Maskot gfx");
-    TestTubeAnimation_->LoadPictureStrip(AppPath() + "data\\17.bmp");
-    ShowLoadingText("Test Tube gfx");
     for (std::size_t i = 0; i < 6; ++i) {
         const std::string n = NumberText(static_cast<double>(i));
-        QtPictureHolder button("sp"), large("sss");
+        QtPictureHolder button("sp");
         if (button.LoadFile(AppPath() + "data\\ss" + n + ".bmp")) sp_[i]->setPixmap(QPixmap::fromImage(button.Image()));
-        if (large.LoadFile(AppPath() + "data\\s" + n + ".bmp")) sss_[i] = QPixmap::fromImage(large.Image());
         ShowLoadingText("Spell-button" + n);
     }
     update();
+}
+
+void frmMain::LoadGamePictures() {
+    if (gamePicturesLoaded_) return;
+    gamePicturesLoaded_ = true;
+    TestTubeAnimation_->LoadPictureStrip(AppPath() + "data\\17.bmp");
+    for (std::size_t i = 0; i < 6; ++i) {
+        QtPictureHolder large("sss");
+        if (large.LoadFile(AppPath() + "data\\s" + NumberText(static_cast<double>(i)) + ".bmp"))
+            sss_[i] = QPixmap::fromImage(large.Image());
+    }
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {

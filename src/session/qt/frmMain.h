@@ -65,9 +65,12 @@ public:
     QMenu& CheatMenuHead() { return *cheatMenu_; }
     QMenu& LevelSetMenu() { return *levelSets_; }
 
-    // The window's own pictures (background, buttons, strips, spell buttons), each load
+    // The pictures of the first screen (background, buttons, mascot, spell buttons), each load
     // followed by its progress text on the Loading window.
     void LoadGfx();
+    // The pictures only a game shows (the test tube's strip, the large spell pictures),
+    // once: the game loads them after the window is up, and a spell in use makes sure.
+    void LoadGamePictures();
     // Centres the window on the screen.
     void SetMeHeight();
     // Asks, saves and ends the program as the window's close would.
@@ -129,6 +132,7 @@ private:
     std::array<QLabel*, 6> sl_{};
     std::array<QLabel*, 6> sp_{};
     std::array<QPixmap, 6> sss_{};
+    bool gamePicturesLoaded_ = false;
     QWidget* lSpPic_ = nullptr;
     QLabel* lSpell_ = nullptr;
     QLabel* ActiveSpellPic_ = nullptr;
