@@ -229,7 +229,7 @@ TEST(Pictures, PointersAndResourceFile)
 
     const QString qrc = QString::fromUtf8(ReadAll(GeneratedPath("builtin/builtin.qrc")));
     ASSERT_FALSE(qrc.isEmpty());
-    const QRegularExpression file(QStringLiteral("<file>([^<]+)</file>"));
+    const QRegularExpression file(QStringLiteral("<file[^>]*>([^<]+)</file>"));
     int listed = 0;
     for (auto it = file.globalMatch(qrc); it.hasNext(); ++listed) {
         const QString name = it.next().captured(1);
