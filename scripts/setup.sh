@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
   build-essential cmake ninja-build pkg-config clang libclang-rt-14-dev
-  qt6-base-dev qt6-base-dev-tools qt6-multimedia-dev qt6-webengine-dev libopenmpt-dev
+  qt6-base-dev qt6-base-dev-tools libxcb1-dev qt6-multimedia-dev qt6-webengine-dev libopenmpt-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   libsqlite3-dev libcpp-httplib-dev
   xvfb xauth fonts-dejavu-core fonts-liberation

@@ -1,5 +1,7 @@
 #include "about/qt/frmDsk.h"
 
+#include "support/platform/qt/X11Display.h"
+
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QPainter>
@@ -14,6 +16,7 @@ frmDsk::frmDsk(EventLoop& loop, const QRect& mainFrame, QWidget* parent, GrabFun
       loop_(loop),
       frame_(mainFrame),
       grab_(grab ? std::move(grab) : GrabFunction(&frmDsk::GrabScreen)),
+      grabGiven_(static_cast<bool>(grab)),
       Timer1(loop.CreateTimer(false)),
       visTimer(loop.CreateTimer(true)) {
     Timer1->SetInterval(CoverMs);
@@ -43,7 +46,16 @@ void frmDsk::Form_Load(const std::function<void()>& showBehind) {
     setGeometry(frame_);
     top_ = static_cast<float>(frame_.y());
     loop_.DoEvents();
-    desktop_ = grab_(frame_);
+    // On X11 the server makes the copy and draws it itself as the window's background:
+    // no picture of the screen has to come to the game and go back again, which would
+    // hold up the main window by tens of milliseconds. Elsewhere (or when a test gives
+    // its own screen) the copy is grabbed and painted.
+    if (!grabGiven_) {
+        setAttribute(Qt::WA_PaintOnScreen);
+        serverCopy_ = x11::ShowScreenCopyAsBackground(*this, frame_);
+        if (!serverCopy_) setAttribute(Qt::WA_PaintOnScreen, false);
+    }
+    if (!serverCopy_) desktop_ = grab_(frame_);
     loop_.DoEvents();
     show();
     if (showBehind) showBehind();
@@ -77,7 +89,13 @@ void frmDsk::visTimer_Timer() {
 
 void frmDsk::Unload() { close(); }
 
+QPaintEngine* frmDsk::paintEngine() const {
+    // The server paints the copy; Qt keeps no picture of this window and paints nothing.
+    return serverCopy_ ? nullptr : QWidget::paintEngine();
+}
+
 void frmDsk::paintEvent(QPaintEvent*) {
+    if (serverCopy_) return;
     QPainter painter(this);
     painter.fillRect(rect(), Qt::black);
     if (!desktop_.isNull()) painter.drawPixmap(rect(), desktop_);

@@ -11,8 +11,10 @@
 // about 10.2, and stays there. The window goes once its top is below the screen's height,
 // so a main window near the bottom is gone sooner.
 //
-// Where the window system gives a program no picture of the screen (Wayland, offscreen),
-// the effect runs with an empty, black window. Both timers come from the EventLoop seam,
+// On X11 the server copies the screen into the window's background and draws it; on
+// other window systems the copy is grabbed and painted. Where the window system gives a
+// program no picture of the screen (Wayland, offscreen), the effect runs with an empty,
+// black window. Both timers come from the EventLoop seam,
 // so tests fall on the virtual clock.
 #include "support/platform/EventLoop.h"
 
@@ -63,6 +65,7 @@ signals:
     void Finished();
 
 protected:
+    QPaintEngine* paintEngine() const override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
@@ -75,6 +78,8 @@ private:
     EventLoop& loop_;
     QRect frame_;
     GrabFunction grab_;
+    bool grabGiven_ = false;
+    bool serverCopy_ = false;   // the X server holds and draws the copy
     std::unique_ptr<Timer> Timer1;
     std::unique_ptr<Timer> visTimer;
     QPixmap desktop_;

@@ -1,0 +1,65 @@
+#include "support/platform/qt/X11Display.h"
+
+#include <QGuiApplication>
+#include <QWidget>
+
+#if defined(TOLVA_HAVE_XCB)
+#include <xcb/xcb.h>
+#endif
+
+namespace tolva::x11 {
+
+#if defined(TOLVA_HAVE_XCB)
+namespace {
+
+xcb_connection_t* Connection() {
+    auto* app = qGuiApp;
+    if (app == nullptr) return nullptr;
+    auto* x11 = app->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 != nullptr ? x11->connection() : nullptr;
+}
+
+} // namespace
+
+void Flush() {
+    if (xcb_connection_t* connection = Connection()) xcb_flush(connection);
+}
+
+bool ShowScreenCopyAsBackground(QWidget& window, const QRect& area) {
+    xcb_connection_t* connection = Connection();
+    if (connection == nullptr || area.isEmpty()) return false;
+    const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
+    if (screen == nullptr) return false;
+    const auto target = static_cast<xcb_window_t>(window.winId());
+    // A pixmap of the root window's depth holds the copy, made inside the server; the
+    // window's background is that pixmap, which the server paints wherever the window is
+    // exposed and moves along with the window.
+    const xcb_pixmap_t copy = xcb_generate_id(connection);
+    xcb_create_pixmap(connection, screen->root_depth, copy, screen->root, static_cast<std::uint16_t>(area.width()),
+                      static_cast<std::uint16_t>(area.height()));
+    const xcb_gcontext_t gc = xcb_generate_id(connection);
+    const std::uint32_t values[] = {XCB_SUBWINDOW_MODE_INCLUDE_INFERIORS};
+    xcb_create_gc(connection, gc, copy, XCB_GC_SUBWINDOW_MODE, values);
+    xcb_copy_area(connection, screen->root, copy, gc, static_cast<std::int16_t>(area.x()),
+                  static_cast<std::int16_t>(area.y()), 0, 0, static_cast<std::uint16_t>(area.width()),
+                  static_cast<std::uint16_t>(area.height()));
+    xcb_free_gc(connection, gc);
+    // Unchecked: waiting for the server's answer would cost the round trip this is
+    // here to save. Qt makes the window with the root's visual, so the depths agree.
+    const std::uint32_t background[] = {copy};
+    xcb_change_window_attributes(connection, target, XCB_CW_BACK_PIXMAP, background);
+    // The window holds the pixmap now; it goes with the window.
+    xcb_free_pixmap(connection, copy);
+    xcb_clear_area(connection, 0, target, 0, 0, 0, 0);
+    return true;
+}
+
+#else
+
+void Flush() {}
+
+bool ShowScreenCopyAsBackground(QWidget&, const QRect&) { return false; }
+
+#endif
+
+} // namespace tolva::x11

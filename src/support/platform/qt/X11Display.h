@@ -1,0 +1,22 @@
+#pragma once
+// The few things the game asks of the X server directly, where Qt's own way costs the
+// start-up time that the player waits for. Each one does nothing (and says so) on any
+// other window system, where the caller keeps to Qt's way.
+#include <QPixmap>
+#include <QRect>
+
+class QWidget;
+
+namespace tolva::x11 {
+
+// Sends the requests Qt has queued for the window system now, instead of at the event
+// loop's next turn: a window just shown is mapped while the program goes on working.
+void Flush();
+
+// Gives `window` a copy of what the screen shows in `area` as its background, kept and
+// drawn by the X server itself, without the pixels ever coming to this program; the
+// window must paint nothing of its own over it. False where that cannot be done (not
+// X11, no such window yet), and nothing changed.
+bool ShowScreenCopyAsBackground(QWidget& window, const QRect& area);
+
+} // namespace tolva::x11
