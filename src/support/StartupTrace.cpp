@@ -7,6 +7,7 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace tolva {
@@ -49,8 +50,20 @@ void StartupTrace::Mark(const char* step) {
     static const double launch = LaunchMs();
     static double last = launch;
     const double now = BootClockMs();
-    std::fprintf(stderr, "startup: %7.1f ms  (+%6.1f)  %s\n", now - launch, now - last, step);
+    // Pages touched for the first time cost more than most of the work done on them:
+    // each step also tells how many it faulted in (minor faults, 4 KiB each).
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    static long lastFaults = 0;
+    const long faults = usage.ru_minflt;
+    // And the processor time the process has had so far, which another busy program on
+    // the machine does not stretch the way it stretches the clock.
+    const double cpu = (static_cast<double>(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) * 1000.0) +
+                       static_cast<double>(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1000.0;
+    std::fprintf(stderr, "startup: %7.1f ms  (+%6.1f)  %6ld pages  cpu %6.1f ms  %s\n", now - launch, now - last,
+                 faults - lastFaults, cpu, step);
     last = now;
+    lastFaults = faults;
 }
 
 } // namespace tolva
