@@ -173,7 +173,8 @@ void BoardWidget::paintEvent(QPaintEvent* event) {
 
 void BoardWidget::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    EnsureBuffer();
+    // The buffer follows the new size at its next use.
+    if (buffer_.size() != size()) ResetBuffer();
     if (board_ == nullptr || inResize_) return;
     inResize_ = true;
     board_->UserControl_Resize();

@@ -10,14 +10,14 @@ namespace tolva {
 void GiveBuiltinPictures(TolvaBoard& board) {
     for (int i = 0; i < 10; ++i) {
         auto& brick = static_cast<QtPictureHolder&>(board.Gfx(i));
-        brick.SetImage(QImage(QString(":/builtin/bricks/%1.bmp").arg(i)));
+        brick.SetImage(ReadBuiltinPicture(QString(":/builtin/bricks/%1.bmp").arg(i)));
     }
-    static_cast<QtPictureHolder&>(board.Pipette()).SetImage(QImage(":/builtin/pointers/pipette.png"));
+    static_cast<QtPictureHolder&>(board.Pipette()).SetImage(ReadBuiltinPicture(":/builtin/pointers/pipette.png"));
 }
 
 std::unique_ptr<QtPictureHolder> MakeStandardBackground() {
     auto eBack = std::make_unique<QtPictureHolder>("eBack");
-    eBack->SetImage(QImage(":/builtin/eBack.bmp"));
+    eBack->SetImage(ReadBuiltinPicture(":/builtin/eBack.bmp"));
     return eBack;
 }
 

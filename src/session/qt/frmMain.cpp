@@ -55,7 +55,7 @@ frmMain::frmMain(EventLoop& loop)
     setFocusPolicy(Qt::StrongFocus);   // the game's keys and the key word are typed on the window
     boardWidget_ = new BoardWidget(this);
     boardWidget_->move(20, 41);
-    spellCursor_ = QPixmap(":/builtin/pointers/spell.png");
+    spellCursor_ = QPixmap::fromImage(ReadBuiltinPicture(":/builtin/pointers/spell.png"));
     MakeControls();
     MakeMenus();
 }
@@ -224,7 +224,7 @@ void frmMain::ShowSpellPanel(const SpellPanel& panel) {
 
 void frmMain::ShowLoading() {
     if (!loading_) {
-        const QPixmap picture(":/builtin/loading.bmp");
+        const QPixmap picture = QPixmap::fromImage(ReadBuiltinPicture(":/builtin/loading.bmp"));
         const QString version = QString("v%1").arg(QCoreApplication::applicationVersion());
         loading_ = std::make_unique<Loading>(loop_, picture, version);
     }

@@ -4,6 +4,7 @@
 #include "support/platform/qt/QtPictureView.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QImageReader>
 
 #include <cmath>
@@ -24,6 +25,12 @@ QtPictureHolder::~QtPictureHolder() {
     // The view belongs to the host; a holder that goes takes its view along, and a host
     // that went first has already taken it.
     delete view_.data();
+}
+
+QImage ReadBuiltinPicture(const QString& resourcePath) {
+    QImageReader reader(resourcePath, QFileInfo(resourcePath).suffix().toLatin1());
+    reader.setAutoDetectImageFormat(false);
+    return reader.read();
 }
 
 bool QtPictureHolder::LoadFile(const std::string& storedPath) {

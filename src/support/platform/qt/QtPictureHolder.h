@@ -26,6 +26,11 @@
 
 namespace tolva {
 
+// A picture compiled into the program (":/builtin/..."), read by Qt's own reader for the
+// format its name ends in, so that no image plug-in is loaded for it. A null image if it
+// is not there.
+QImage ReadBuiltinPicture(const QString& resourcePath);
+
 class QtPictureHolder final : public PictureHolder {
 public:
     // Sides above this are refused on loading, as the headless reader refuses them.
