@@ -5,6 +5,7 @@
 #include "PaintKit.h"
 
 #include <QLinearGradient>
+#include <QFontMetrics>
 #include <QPainter>
 #include <QRadialGradient>
 #include <algorithm>
@@ -90,11 +91,27 @@ void WindowPainter::MainPanel(QPainter& p)
     PaintKit::GoldFrame(p, QRect(541, 53, 188, 31));
     p.fillRect(QRect(543, 55, 184, 27), Qt::black);
 
-    // Level and bonus: caption, then a dark well for the number.
-    SectionCaption(p, QRect(543, 101, 40, 27), QStringLiteral("LEVEL"), 0.2);
-    PaintKit::Well(p, QRect(581, 100, 50, 28), PaintKit::Ink());
-    SectionCaption(p, QRect(635, 101, 44, 27), QStringLiteral("BONUS"), 0.2);
-    PaintKit::Well(p, QRect(674, 100, 55, 28), PaintKit::Ink());
+    // Level and bonus: caption, then a dark well for the number. The numbers stand at
+    // fixed places (584 and 677), so the room for the bonus caption is what lies between
+    // the level's well, wide enough for "100", and the bonus's: the caption keeps a clear
+    // margin on both sides, in the largest caption size that leaves one.
+    const QRect levelWell(581, 100, 44, 28);
+    const QRect bonusWell(674, 100, 55, 28);
+    constexpr int margin = 5;
+    SectionCaption(p, QRect(543, 101, levelWell.left() - margin - 543, 27), QStringLiteral("LEVEL"), 0.2);
+    PaintKit::Well(p, levelWell, PaintKit::Ink());
+    const QRect bonusRoom(levelWell.right() + 1 + margin, 101, bonusWell.left() - margin - levelWell.right() - 1 - margin, 27);
+    int size = 10;
+    double spacing = 0.2;
+    for (;; spacing = 0.0, --size) {
+        QFont font = PaintKit::Font(size, true);
+        font.setLetterSpacing(QFont::AbsoluteSpacing, spacing);
+        if (size <= 8 || QFontMetrics(font).horizontalAdvance(QStringLiteral("BONUS")) <= bonusRoom.width()) break;
+    }
+    QFont bonusFont = PaintKit::Font(size, true);
+    bonusFont.setLetterSpacing(QFont::AbsoluteSpacing, spacing);
+    PaintKit::Caption(p, bonusRoom, QStringLiteral("BONUS"), bonusFont, PaintKit::Gold(), Qt::AlignRight | Qt::AlignVCenter);
+    PaintKit::Well(p, bonusWell, PaintKit::Ink());
     Ornament(p, 546, 724, 91);
 
     SectionCaption(p, QRect(545, 131, 180, 15), QStringLiteral("SPELLS"));
