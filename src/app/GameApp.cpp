@@ -23,6 +23,7 @@
 #include "stats/qt/frmStatistics.h"
 #include "about/qt/frmAbout.h"
 #include "about/qt/frmDsk.h"
+#include "session/qt/MenuLook.h"
 #include "session/qt/frmMain.h"
 #include "support/StartupTrace.h"
 #include "support/ZenkorModule.h"
@@ -108,6 +109,7 @@ void GameApp::StopMusicUnlessStopped() {
 GameApp::GameApp(EventLoop& loop, std::string commandLine, Dialogs* dialogs)
     : loop_(loop), commandLine_(std::move(commandLine)), game_(std::make_unique<LevelModule>()),
       stats_(AppPath() + "stat.ini") {
+    ApplyMenuLook();
     window_ = std::make_unique<frmMain>(loop_);
     if (dialogs == nullptr) {
         qtDialogs_ = std::make_unique<QtDialogs>(window_.get());
