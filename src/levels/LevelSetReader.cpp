@@ -7,6 +7,7 @@
 #include <array>
 #include <istream>
 #include <sstream>
+#include <string_view>
 
 namespace tolva {
 
@@ -223,22 +224,38 @@ void LevelSetReader::ParseRow(int Level, int Row, const std::string& Dta, bool P
         LevelRecord& record = game.Levels[static_cast<std::size_t>(Level - 1)];
         grid = ParseSpell ? &record.SpellGrid : &record.BrickGrid;
     }
+    // Fields are split at commas; the row's last character always belongs to the last
+    // field, even a comma, which then reads as a field "," of value 0.
     long field = -1;
-    std::string text;
+    std::size_t start = 0;
     const std::size_t last = Dta.size() - 1;
     for (std::size_t i = 0; i < Dta.size(); ++i) {
-        const char c = Dta[i];
-        if (c != ',' && i != last) {
-            text += c;
-            continue;
-        }
-        if (i == last) text += c;
+        if (Dta[i] != ',' && i != last) continue;
+        const std::string_view text(Dta.data() + start, (i == last ? Dta.size() : i) - start);
+        start = i + 1;
         ++field;
-        const double value = Val(text);
+        const double value = FieldValue(text);
         if (grid && field < MaxBricks) (*grid)(static_cast<int>(field), Row) = CInt(value);
         LevelChecksum += value * (Row + field);
-        text.clear();
     }
+}
+
+double LevelSetReader::FieldValue(std::string_view text) {
+    // Nearly every field of a set is a small whole number, read here directly; anything
+    // else (blanks, a plus, a fraction, an exponent, junk) takes Val, which gives the same
+    // value for the plain ones.
+    std::size_t pos = text.starts_with('-') ? 1 : 0;
+    const bool negative = pos == 1;
+    if (pos < text.size() && text.size() - pos <= 9) {
+        long number = 0;
+        for (; pos < text.size(); ++pos) {
+            const char c = text[pos];
+            if (c < '0' || c > '9') break;
+            number = number * 10 + (c - '0');
+        }
+        if (pos == text.size()) return negative ? -static_cast<double>(number) : static_cast<double>(number);
+    }
+    return Val(std::string(text));
 }
 
 void LevelSetReader::CheckIntegrity(LevelSetLoad& load, const std::string& lastLine) const {

@@ -26,6 +26,7 @@
 #include <cstdint>
 #include <iosfwd>
 #include <string>
+#include <string_view>
 
 namespace tolva {
 
@@ -71,6 +72,8 @@ public:
 
     // One row text into level `Level` (1-based), row `Row`; spell grid or brick grid.
     void ParseRow(int Level, int Row, const std::string& Dta, bool ParseSpell);
+    // The value of one field of a row, as Val reads it.
+    static double FieldValue(std::string_view text);
 
     bool IsDefault() const { return IsDefault(LevelSetPath); }
     // True if the lower-cased path ends in "default" or "default\".

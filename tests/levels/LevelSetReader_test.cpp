@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <memory>
 #include <sstream>
 
@@ -204,4 +205,25 @@ TEST(LevelSetReader, UntrustedValuesStayInsideTheGrids) {
     EXPECT_EQ(l.Level(1).SpellGrid(3, 0), 32767);
     l = LoadText(Head("Long") + row + "\ns0=\n");
     EXPECT_EQ(l.load.LevelChecksum, 49999.0 * 50000 / 2);
+}
+
+TEST(LevelSetReader, FieldsReadDirectlyAgreeWithVal) {
+    // Plain whole numbers take the direct way; everything else goes through Val. Both
+    // must give the same value, sign of a zero included, or the set's sum would change.
+    for (const char* text : {"0", "7", "-1", "-0", "12", "999999999", "1000000000", "-999999999", "", "-", "+5",
+                             " 5", "5 ", "1.5", "2e3", "&H10", "x", ",", "3,", "00012", "-00", "4a"}) {
+        const double direct = LevelSetReader::FieldValue(text);
+        const double val = Val(text);
+        EXPECT_EQ(direct, val) << '"' << text << '"';
+        EXPECT_EQ(std::signbit(direct), std::signbit(val)) << '"' << text << '"';
+    }
+    // A row's last character always joins its last field, a comma too: "1,2," has two
+    // fields, "1" and "2,", worth 1 and 2, and the third cell keeps what it held. The
+    // file ends after the row, so the row stands for all forty of the level's rows.
+    Loaded l = LoadText("[level1]\r\nlevelbricks=10\r\nlevelgfxfolder=\r\nlevelname=A\r\nr0=1,2,\r\n");
+    EXPECT_EQ(l.Level(1).BrickGrid(1, 0), 2);
+    EXPECT_EQ(l.Level(1).BrickGrid(2, 0), -1);
+    double sum = 0;
+    for (int row = 0; row < 40; ++row) sum += 1.0 * row + 2.0 * (row + 1);
+    EXPECT_EQ(l.load.LevelChecksum, sum);
 }
