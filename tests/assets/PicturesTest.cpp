@@ -2,10 +2,12 @@
 #include "AssetFiles.h"
 #include "BmpWriter.h"
 #include "PictureSet.h"
+#include "support/platform/qt/RawPicture.h"
 
 #include <gtest/gtest.h>
 
 #include <QColor>
+#include <QFile>
 #include <QRegularExpression>
 #include <cmath>
 #include <vector>
@@ -26,8 +28,7 @@ std::vector<Expected> EveryBitmap()
         {GamePath("data/0.bmp"), 750, 561},  {GamePath("data/1.bmp"), 450, 400},
         {GamePath("data/2.bmp"), 0, 0},      {GamePath("data/10.bmp"), 0, 0},
         {GamePath("data/12.bmp"), 500, 500}, {GamePath("data/18.bmp"), 78, 21},
-        {GamePath("data/19.bmp"), 78, 21},   {GeneratedPath("builtin/eBack.bmp"), 500, 500},
-        {GeneratedPath("builtin/loading.bmp"), 401, 231},
+        {GamePath("data/19.bmp"), 78, 21},
     };
     for (int i = 3; i <= 8; ++i) {
         all.push_back({GamePath(QStringLiteral("data/%1.bmp").arg(i)), 190, 31});
@@ -54,6 +55,11 @@ std::vector<Expected> EveryBitmap()
 
 QImage Load(const QString& path)
 {
+    if (path.endsWith(QLatin1String(".rgb32"))) {
+        QFile file(path);
+        const QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        return tolva::RawPictureView(reinterpret_cast<const uchar*>(bytes.constData()), bytes.size()).copy();
+    }
     return QImage(path).convertToFormat(QImage::Format_RGB32);
 }
 
@@ -233,9 +239,38 @@ TEST(Pictures, PointersAndResourceFile)
     int listed = 0;
     for (auto it = file.globalMatch(qrc); it.hasNext(); ++listed) {
         const QString name = it.next().captured(1);
-        EXPECT_FALSE(QImage(GeneratedPath("builtin/" + name)).isNull()) << name.toStdString();
+        EXPECT_FALSE(Load(GeneratedPath("builtin/" + name)).isNull()) << name.toStdString();
     }
     EXPECT_EQ(listed, 14);
+    EXPECT_EQ(Load(GeneratedPath("builtin/eBack.rgb32")).size(), QSize(500, 500));
+    EXPECT_EQ(Load(GeneratedPath("builtin/loading.rgb32")).size(), QSize(401, 231));
+}
+
+TEST(Pictures, RawPicturesShowAsWrittenAndRefuseWhatIsNotOne)
+{
+    QImage picture(3, 2, QImage::Format_RGB32);
+    for (int y = 0; y < 2; ++y)
+        for (int x = 0; x < 3; ++x) picture.setPixel(x, y, qRgb(40 * x, 100 * y, 7));
+    const QByteArray bytes = tolva::RawPictureBytes(picture);
+    ASSERT_EQ(bytes.size(), 16 + 3 * 2 * 4);
+    const auto* data = reinterpret_cast<const uchar*>(bytes.constData());
+    const QImage view = tolva::RawPictureView(data, bytes.size());
+    EXPECT_EQ(view, picture);
+    EXPECT_EQ(view.constBits(), data + 16);   // shown where it lies, not copied
+
+    // Pixels that do not lie on a 4-byte boundary are copied, and still read right.
+    QByteArray shifted = QByteArray(1, '\0') + bytes;
+    const QImage moved = tolva::RawPictureView(reinterpret_cast<const uchar*>(shifted.constData()) + 1, bytes.size());
+    EXPECT_EQ(moved, picture);
+
+    QByteArray wrongMagic = bytes;
+    wrongMagic[0] = 'X';
+    QByteArray zeroWide = bytes;
+    zeroWide[8] = 0;
+    for (const QByteArray& bad : {wrongMagic, zeroWide, bytes.left(bytes.size() - 1), bytes + "x", bytes.left(10)}) {
+        EXPECT_TRUE(tolva::RawPictureView(reinterpret_cast<const uchar*>(bad.constData()), bad.size()).isNull());
+    }
+    EXPECT_TRUE(tolva::RawPictureView(nullptr, 0).isNull());
 }
 
 TEST(Pictures, BmpWriterPadsRowsAndKeepsColours)

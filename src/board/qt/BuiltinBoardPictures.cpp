@@ -17,7 +17,7 @@ void GiveBuiltinPictures(TolvaBoard& board) {
 
 std::unique_ptr<QtPictureHolder> MakeStandardBackground() {
     auto eBack = std::make_unique<QtPictureHolder>("eBack");
-    eBack->SetImage(ReadBuiltinPicture(":/builtin/eBack.bmp"));
+    eBack->SetImage(ReadBuiltinPicture(":/builtin/eBack.rgb32"));
     return eBack;
 }
 

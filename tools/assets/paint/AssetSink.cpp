@@ -1,5 +1,9 @@
 #include "AssetSink.h"
 
+#include "support/platform/qt/RawPicture.h"
+
+#include <QFile>
+
 #include "BmpWriter.h"
 
 #include <QDir>
@@ -35,6 +39,19 @@ void AssetSink::BuiltinBitmap(const QString& section, const QString& name, const
 {
     const QString path = builtinDir_ + QLatin1Char('/') + name;
     if (EnsureFolder(path) && BmpWriter::Write(image, path)) {
+        ++written_;
+    } else {
+        failures_ << path;
+    }
+    Record(section, QStringLiteral("builtin/") + name, image);
+}
+
+void AssetSink::BuiltinRaw(const QString& section, const QString& name, const QImage& image)
+{
+    const QString path = builtinDir_ + QLatin1Char('/') + name;
+    QFile file(path);
+    const QByteArray bytes = tolva::RawPictureBytes(image);
+    if (EnsureFolder(path) && file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size()) {
         ++written_;
     } else {
         failures_ << path;

@@ -22,6 +22,8 @@ public:
     void GameBitmap(const QString& section, const QString& relativePath, const QImage& image);
     // A 24-bit bitmap among the compiled-in pictures.
     void BuiltinBitmap(const QString& section, const QString& name, const QImage& image);
+    // A compiled-in picture the game shows straight from its pages (RawPicture.h).
+    void BuiltinRaw(const QString& section, const QString& name, const QImage& image);
     // A picture with alpha (mouse pointers) among the compiled-in pictures, as PNG.
     void BuiltinPng(const QString& section, const QString& name, const QImage& image);
 

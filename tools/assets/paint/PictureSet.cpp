@@ -43,7 +43,7 @@ void PictureSet::Bricks(AssetSink& sink)
 void PictureSet::Backgrounds(AssetSink& sink)
 {
     const QString section = QStringLiteral("Board backgrounds");
-    sink.BuiltinBitmap(section, QStringLiteral("eBack.bmp"), BackgroundPainter::Standard());
+    sink.BuiltinRaw(section, QStringLiteral("eBack.rgb32"), BackgroundPainter::Standard());
     for (const World& w : Worlds()) {
         sink.GameBitmap(section, QStringLiteral("levels/default/%1/background.bmp").arg(QLatin1String(w.folder)),
                         w.background());
@@ -54,7 +54,7 @@ void PictureSet::Windows(AssetSink& sink)
 {
     const QString section = QStringLiteral("Windows");
     sink.GameBitmap(section, QStringLiteral("data/0.bmp"), WindowPainter::Main());
-    sink.BuiltinBitmap(section, QStringLiteral("loading.bmp"), WindowPainter::Loading());
+    sink.BuiltinRaw(section, QStringLiteral("loading.rgb32"), WindowPainter::Loading());
     sink.GameBitmap(section, QStringLiteral("data/1.bmp"), WindowPainter::About());
     sink.GameBitmap(section, QStringLiteral("data/2.bmp"), WindowPainter::Initials());
     sink.GameBitmap(section, QStringLiteral("data/10.bmp"), WindowPainter::Settings());

@@ -2,9 +2,11 @@
 
 #include "support/ZenkorModule.h"
 #include "support/platform/qt/QtPictureView.h"
+#include "support/platform/qt/RawPicture.h"
 
 #include <QFile>
 #include <QFileInfo>
+#include <QResource>
 #include <QImageReader>
 
 #include <cmath>
@@ -28,6 +30,11 @@ QtPictureHolder::~QtPictureHolder() {
 }
 
 QImage ReadBuiltinPicture(const QString& resourcePath) {
+    if (resourcePath.endsWith(QLatin1String(".rgb32"))) {
+        const QResource resource(resourcePath);
+        if (!resource.isValid() || resource.compressionAlgorithm() != QResource::NoCompression) return {};
+        return RawPictureView(resource.data(), resource.size());
+    }
     QImageReader reader(resourcePath, QFileInfo(resourcePath).suffix().toLatin1());
     reader.setAutoDetectImageFormat(false);
     return reader.read();

@@ -26,9 +26,10 @@
 
 namespace tolva {
 
-// A picture compiled into the program (":/builtin/..."), read by Qt's own reader for the
-// format its name ends in, so that no image plug-in is loaded for it. A null image if it
-// is not there.
+// A picture compiled into the program (":/builtin/..."): one ending in .rgb32 is shown
+// from the program's own pages as it stands (RawPicture.h); any other is read by Qt's own
+// reader for the format its name ends in, so that no image plug-in is loaded for it. A
+// null image if it is not there.
 QImage ReadBuiltinPicture(const QString& resourcePath);
 
 class QtPictureHolder final : public PictureHolder {
