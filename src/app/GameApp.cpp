@@ -234,6 +234,7 @@ bool GameApp::eventFilter(QObject* watched, QEvent* event) {
 void GameApp::ShowMainWindow() {
     // The false desktop covers the window's place, the game comes up under it, and two
     // seconds later it falls away.
+    window_->SettleLoading();
     auto* desktop = new frmDsk(loop_, window_->frameGeometry());
     QObject::connect(desktop, &frmDsk::Finished, desktop, &QObject::deleteLater);
     desktop->Form_Load([this] {

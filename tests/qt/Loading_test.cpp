@@ -40,6 +40,15 @@ TEST(Loading, TextsFasterThanAFrameShowTheNewestOnceTheFrameIsOver) {
     loop.Advance(Loading::FrameMs - 10);
     EXPECT_EQ(window.LabelText(), "Spell-button0");
 
+    // A waiting text can be put on screen at once, before the window is copied or goes.
+    loop.Advance(1);
+    window.SetLabel("Level_100");
+    EXPECT_EQ(window.LabelText(), "Spell-button0");
+    window.ShowWaitingText();
+    EXPECT_EQ(window.LabelText(), "Level_100");
+    loop.Advance(Loading::FrameMs);
+    EXPECT_EQ(window.LabelText(), "Level_100");
+
     // The window may go while a text waits.
     window.SetLabel("Spell-button1");
 }

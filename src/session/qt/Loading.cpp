@@ -61,6 +61,12 @@ void Loading::SetLabel(const QString& text) {
     loop_.DoEvents();
 }
 
+void Loading::ShowWaitingText() {
+    if (!nextFrame_->Enabled()) return;
+    nextFrame_->SetEnabled(false);
+    ShowText(waiting_);
+}
+
 void Loading::ShowText(const QString& text) {
     shownOnce_ = true;
     shownAtMs_ = loop_.NowMs();

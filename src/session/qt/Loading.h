@@ -33,6 +33,9 @@ public:
     // for the rest of that frame, and is replaced if another comes meanwhile. So every
     // text the player could have read still shows, and the last one always does.
     void SetLabel(const QString& text);
+    // Puts a text that still waits on screen at once: the window is about to be copied
+    // or to go.
+    void ShowWaitingText();
     // The text on screen now.
     QString LabelText() const { return label2_->text(); }
 

@@ -224,7 +224,7 @@ void frmMain::ShowSpellPanel(const SpellPanel& panel) {
 
 void frmMain::ShowLoading() {
     if (!loading_) {
-        const QPixmap picture = QPixmap::fromImage(ReadBuiltinPicture(":/builtin/loading.bmp"));
+        const QPixmap picture = QPixmap::fromImage(ReadBuiltinPicture(":/builtin/loading.rgb32"));
         const QString version = QString("v%1").arg(QCoreApplication::applicationVersion());
         loading_ = std::make_unique<Loading>(loop_, picture, version);
     }
@@ -240,6 +240,10 @@ void frmMain::SetLoadingTopMost(bool onTop) {
 }
 
 void frmMain::CloseLoading() { loading_.reset(); }
+
+void frmMain::SettleLoading() {
+    if (loading_) loading_->ShowWaitingText();
+}
 
 void frmMain::SetTitle(const std::string& title) { setWindowTitle(FromBytes(title)); }
 

@@ -83,6 +83,9 @@ public:
     void ShowLoadingText(const std::string& text) override;
     void SetLoadingTopMost(bool onTop) override;
     void CloseLoading() override;
+    // The Loading window's last progress text on screen now, before the false desktop
+    // copies the screen with it.
+    void SettleLoading();
     void SetTitle(const std::string& title) override;
     void SetLevelMenuEntry(int index, const std::string& caption) override;
     void SetSpellToolTip(int spellNo, const std::string& name) override;
