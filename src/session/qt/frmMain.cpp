@@ -55,7 +55,6 @@ frmMain::frmMain(EventLoop& loop)
     setFocusPolicy(Qt::StrongFocus);   // the game's keys and the key word are typed on the window
     boardWidget_ = new BoardWidget(this);
     boardWidget_->move(20, 41);
-    spellCursor_ = QPixmap::fromImage(ReadBuiltinPicture(":/builtin/pointers/spell.png"));
     MakeControls();
     MakeMenus();
 }
@@ -214,8 +213,8 @@ void frmMain::ShowSpellPanel(const SpellPanel& panel) {
         lSpell_->clear();
         return;
     }
-    setCursor(QCursor(spellCursor_, 1, 1));
     LoadGamePictures();
+    setCursor(QCursor(spellCursor_, 1, 1));
     ActiveSpellPic_->setPixmap(sss_[static_cast<std::size_t>(panel.Active)]);
     ActiveSpellPic_->setToolTip(FromBytes(panel.ActiveName));
     lSpell_->setText(FromBytes(panel.ActiveName));
@@ -311,6 +310,7 @@ void frmMain::LoadGamePictures() {
     if (gamePicturesLoaded_) return;
     gamePicturesLoaded_ = true;
     TestTubeAnimation_->LoadPictureStrip(AppPath() + "data\\17.bmp");
+    spellCursor_ = QPixmap::fromImage(ReadBuiltinPicture(":/builtin/pointers/spell.png"));
     for (std::size_t i = 0; i < 6; ++i) {
         QtPictureHolder large("sss");
         if (large.LoadFile(AppPath() + "data\\s" + NumberText(static_cast<double>(i)) + ".bmp"))

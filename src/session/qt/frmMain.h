@@ -68,7 +68,8 @@ public:
     // The pictures of the first screen (background, buttons, mascot, spell buttons), each load
     // followed by its progress text on the Loading window.
     void LoadGfx();
-    // The pictures only a game shows (the test tube's strip, the large spell pictures),
+    // The pictures only a game shows (the test tube's strip, the large spell pictures,
+    // the pointer of an armed spell),
     // once: the game loads them after the window is up, and a spell in use makes sure.
     void LoadGamePictures();
     // Centres the window on the screen.
