@@ -65,12 +65,12 @@ public:
     QMenu& CheatMenuHead() { return *cheatMenu_; }
     QMenu& LevelSetMenu() { return *levelSets_; }
 
-    // The pictures of the first screen (background, buttons, mascot, spell buttons), each load
-    // followed by its progress text on the Loading window.
+    // The pictures of the first screen (background, buttons, mascot, spell buttons), each
+    // load followed by its progress text on the Loading window.
     void LoadGfx();
     // The pictures only a game shows (the test tube's strip, the large spell pictures,
-    // the pointer of an armed spell),
-    // once: the game loads them after the window is up, and a spell in use makes sure.
+    // the pointer of an armed spell), once: the game loads them after the window is up,
+    // and a spell in use makes sure.
     void LoadGamePictures();
     // Centres the window on the screen.
     void SetMeHeight();
