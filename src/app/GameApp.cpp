@@ -195,8 +195,11 @@ void GameApp::LoadUnseenPictures() {
     board_->LoadResources();
     window_->LoadGamePictures();
 #if defined(__GLIBC__)
-    // The start-up's buffers are freed by now: their pages go back to the system.
+    // The start-up's buffers are freed by now: their pages go back to the system, and
+    // from here on a large picture has a mapping of its own again, returned when it goes.
     malloc_trim(0);
+    mallopt(M_MMAP_THRESHOLD, 256 << 10);
+    mallopt(M_TRIM_THRESHOLD, 1 << 20);
 #endif
     StartupTrace::Mark("the pictures a game shows");
 }

@@ -19,7 +19,8 @@ int main(int argc, char** argv) {
     // megabyte or more. By default each such buffer is a mapping of its own, handed back
     // when freed, and the next one has to be faulted in afresh page by page, which costs
     // more than the decoding. Kept in the heap, the pages are used again; the game gives
-    // back what is left over once the start-up is done (GameApp::LoadUnseenPictures).
+    // back what is left over once the start-up is done, and goes back to mappings of their
+    // own for large buffers (GameApp::LoadUnseenPictures).
     mallopt(M_MMAP_THRESHOLD, 64 << 20);
     mallopt(M_TRIM_THRESHOLD, 64 << 20);
 #endif
