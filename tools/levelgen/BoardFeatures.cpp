@@ -1,20 +1,59 @@
 #include "BoardFeatures.h"
 
-
 namespace tolva::levelgen {
 
-// The weights were tuned on the shipped sets: a single far from its colour costs as much
-// as sixteen groups, and cells still on the board count a little, so that of two boards
-// at the same depth the one that took larger groups goes first.
-double BoardFeatures::Estimate() const {
-    return 1.0 * groups + 2.0 * singlesInColumn + 4.0 * singlesBeside + 16.0 * singlesFar + 0.3 * occupied;
+double BoardFeatures::Estimate(const Weights& w) const {
+    return w.group * groups + w.inColumn * singlesInColumn + w.beside * singlesBeside + w.far * singlesFar +
+           w.cell * occupied + w.colour * coloursLeft +
+           w.distance * singleDistance;
 }
 
-BoardFeatures MeasureBoard(const PlayBoard& board, FeatureScratch& scratch) {
+namespace {
+
+constexpr int FarthestLook = 100;
+
+// How many bricks must go, at the least, before the single at (x, y) meets a brick of
+// its colour: those between them in its own column, or for a brick in another column,
+// every brick of the columns between (they must all go for the two columns to stand
+// side by side) and the difference of their heights (the higher one must come down).
+// Counted up to FarthestLook; a colour not found that near costs FarthestLook.
+int DistanceToColour(const PlayBoard& board, int x, int y, int columns, const std::array<int, MaxBricks>& top) {
+    const int side = board.Side();
+    const auto v = board.Brick(x, y);
+    int best = FarthestLook;
+    for (int yy = y - 2; yy >= top[static_cast<std::size_t>(x)] && y - yy - 1 < best; --yy)
+        if (board.Brick(x, yy) == v) best = y - yy - 1;
+    for (int yy = y + 2; yy < side && yy - y - 1 < best; ++yy)
+        if (board.Brick(x, yy) == v) best = yy - y - 1;
+    for (int dir : {-1, 1}) {
+        int between = 0;
+        for (int xx = x + dir; xx >= 0 && xx < columns && between < best; xx += dir) {
+            const int colTop = top[static_cast<std::size_t>(xx)];
+            // Outward from the single's own row, as far as the best so far allows.
+            for (int d = 0; between + d < best; ++d) {
+                const int up = y - d, down = y + d;
+                if (up < colTop && down >= side) break;
+                if ((up >= colTop && board.Brick(xx, up) == v) || (down < side && board.Brick(xx, down) == v)) {
+                    best = between + d;
+                    break;
+                }
+            }
+            between += side - colTop;
+        }
+    }
+    return best;
+}
+
+} // namespace
+
+// One pass down the columns in use. The groups are counted without a flood fill: in a
+// set of cells joined side to side, components = cells - joins + filled 2 x 2 squares,
+// less one for each hole the set rings round. A ring of one colour round other bricks is
+// rare and only makes the count one low, which a search estimate can bear.
+BoardFeatures MeasureBoard(const PlayBoard& board) {
     BoardFeatures f;
     const int side = board.Side();
-    // The columns in use: a compacted board has them all on the left, standing on the
-    // bottom row. How many of each value every column holds, for the singles below.
+    // A compacted board has its columns on the left, each standing on the bottom row.
     int columns = 0;
     while (columns < side && board.Brick(columns, side - 1) >= 0) ++columns;
     std::array<std::array<std::uint8_t, 11>, MaxBricks + 2> inColumn{};
@@ -33,47 +72,35 @@ BoardFeatures MeasureBoard(const PlayBoard& board, FeatureScratch& scratch) {
         }
         top[static_cast<std::size_t>(x)] = y + 1;
     }
-    for (int c : counts)
+    for (int c : counts) {
         if (c == 1) f.dead = true;
-    for (int x = 0; x < columns; ++x)
-        for (int y = top[static_cast<std::size_t>(x)]; y < side; ++y) scratch.seen[static_cast<std::size_t>(x * MaxBricks + y)] = 0;
-    for (int x = 0; x < columns; ++x)
+        if (c > 0) ++f.coloursLeft;
+    }
+    int paired = 0, joins = 0, squares = 0;
+    for (int x = 0; x < columns; ++x) {
+        const bool hasRight = x + 1 < columns;
         for (int y = top[static_cast<std::size_t>(x)]; y < side; ++y) {
             const auto v = board.Brick(x, y);
-            const int start = x * MaxBricks + y;
-            if (v > 10 || scratch.seen[static_cast<std::size_t>(start)]) continue;
-            const bool paired = (x + 1 < side && board.Brick(x + 1, y) == v) || (x > 0 && board.Brick(x - 1, y) == v) ||
-                                (y > 0 && board.Brick(x, y - 1) == v) || (y + 1 < side && board.Brick(x, y + 1) == v);
-            if (!paired) {
-                const auto c = static_cast<std::size_t>(v);
-                if (inColumn[static_cast<std::size_t>(x + 1)][c] > 1) ++f.singlesInColumn;
-                else if (inColumn[static_cast<std::size_t>(x)][c] + inColumn[static_cast<std::size_t>(x + 2)][c] > 0)
-                    ++f.singlesBeside;
-                else ++f.singlesFar;
+            if (v > 10) continue;
+            const bool right = hasRight && board.Brick(x + 1, y) == v;
+            const bool down = y + 1 < side && board.Brick(x, y + 1) == v;
+            const bool left = x > 0 && board.Brick(x - 1, y) == v;
+            const bool up = y > 0 && board.Brick(x, y - 1) == v;
+            if (right || down || left || up) {
+                ++paired;
+                joins += right + down;
+                squares += right && down && board.Brick(x + 1, y + 1) == v;
                 continue;
             }
-            int depth = 0, size = 0;
-            scratch.stack[static_cast<std::size_t>(depth++)] = static_cast<std::int16_t>(start);
-            scratch.seen[static_cast<std::size_t>(start)] = 1;
-            while (depth > 0) {
-                const int i = scratch.stack[static_cast<std::size_t>(--depth)];
-                ++size;
-                const int cx = i / MaxBricks, cy = i % MaxBricks;
-                auto visit = [&](int nx, int ny) {
-                    const int j = nx * MaxBricks + ny;
-                    if (board.Brick(nx, ny) == v && !scratch.seen[static_cast<std::size_t>(j)]) {
-                        scratch.seen[static_cast<std::size_t>(j)] = 1;
-                        scratch.stack[static_cast<std::size_t>(depth++)] = static_cast<std::int16_t>(j);
-                    }
-                };
-                if (cx + 1 < side) visit(cx + 1, cy);
-                if (cx > 0) visit(cx - 1, cy);
-                if (cy > 0) visit(cx, cy - 1);
-                if (cy + 1 < side) visit(cx, cy + 1);
-            }
-            ++f.groups;
-            if (size > f.largestGroup) f.largestGroup = size;
+            f.singleDistance += DistanceToColour(board, x, y, columns, top);
+            const auto c = static_cast<std::size_t>(v);
+            if (inColumn[static_cast<std::size_t>(x + 1)][c] > 1) ++f.singlesInColumn;
+            else if (inColumn[static_cast<std::size_t>(x)][c] + inColumn[static_cast<std::size_t>(x + 2)][c] > 0)
+                ++f.singlesBeside;
+            else ++f.singlesFar;
         }
+    }
+    f.groups = paired - joins + squares;
     return f;
 }
 

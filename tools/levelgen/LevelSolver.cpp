@@ -54,7 +54,7 @@ struct Candidate {
 // beam's many near-equal end states are not searched twice.
 class Endgame {
 public:
-    explicit Endgame(std::uint64_t& counter) : states(counter) {}
+    Endgame(std::uint64_t& counter, const Weights& w) : states(counter), weights(w) {}
     // True and the clicks on a clear; false when none exists or `nodes` ran out.
     bool Solve(const PlayBoard& board, int nodes, std::vector<Cell>& clicks) {
         budget = nodes;
@@ -76,12 +76,12 @@ private:
             ++states;
             PlayBoard child = board;
             child.Click(g.at.x, g.at.y);
-            const BoardFeatures f = MeasureBoard(child, scratch);
+            const BoardFeatures f = MeasureBoard(child);
             if (f.occupied == 0) {
                 clicks.push_back(g.at);
                 return true;
             }
-            if (!f.dead) options.push_back(Option{f.Estimate(), child, g.at});
+            if (!f.dead) options.push_back(Option{f.Estimate(weights), child, g.at});
         }
         std::sort(options.begin(), options.end(), [](const Option& a, const Option& b) { return a.score < b.score; });
         for (const auto& o : options) {
@@ -95,15 +95,15 @@ private:
     }
 
     std::uint64_t& states;
+    const Weights& weights;
     int budget = 0;
     std::unordered_set<std::uint64_t> dead;
-    FeatureScratch scratch;
 };
 
 class BeamSearch {
 public:
     BeamSearch(const PlayBoard& from, const SolveOptions& options, Clock::time_point until)
-        : start(from), deadline(until), rng(options.seed), endgame(endgameStates) {}
+        : start(from), weights(options.weights), deadline(until), rng(options.seed), endgame(endgameStates, weights) {}
 
     // One pass at the given width. Gives true and fills `result` on a clear.
     bool Run(int width, SolveResult& result);
@@ -119,12 +119,12 @@ private:
                     SolveResult& result);
 
     const PlayBoard& start;
+    const Weights weights;
     Clock::time_point deadline;
     std::mt19937_64 rng;
     std::uint64_t endgameStates = 0;
     Endgame endgame;
     std::unordered_set<std::uint64_t> triedEnds;
-    FeatureScratch scratch;
     std::vector<Group> groups;
 };
 
@@ -175,13 +175,13 @@ bool BeamSearch::Expand(const std::vector<PlayBoard>& states, std::vector<Candid
             PlayBoard child = states[i];
             child.Click(g.at.x, g.at.y);
             ++result.states;
-            const BoardFeatures f = MeasureBoard(child, scratch);
+            const BoardFeatures f = MeasureBoard(child);
             if (f.occupied == 0) {
                 result.clicks = Path(trail, static_cast<int>(i), g.at);
                 return true;
             }
             if (f.dead) continue;
-            next.push_back(Candidate{f.Estimate() + noise(rng), static_cast<int>(i), g.at});
+            next.push_back(Candidate{f.Estimate(weights) + noise(rng), static_cast<int>(i), g.at});
         }
         if ((i & 7) == 7 && Clock::now() > deadline) return false;
     }

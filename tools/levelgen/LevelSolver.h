@@ -7,9 +7,9 @@
 // (1, 2, 4, ... states per depth) until a clear is found or the time budget is spent.
 // Each depth keeps the distinct boards that look closest to a clear (BoardFeatures):
 //  - a board with a colour of exactly one brick left is dead and is dropped;
-//  - otherwise lone bricks cost by how far their colour is (further up or down their
-//    column, in a neighbouring column, or nowhere near), every group costs a click
-//    still to come, and cells left on the board count a little.
+//  - otherwise each lone brick costs by how many bricks stand in the way of the
+//    nearest brick of its colour, every group costs a click still to come, every
+//    colour left costs a few, and cells left on the board count a little.
 // Near the end that estimate knows too little, so every kept board of at most a few
 // dozen cells is also searched exhaustively, depth first, with a node limit and a
 // memory of boards proven unclearable.
@@ -17,6 +17,7 @@
 // own, so a solution also shows that a player can keep every spell of the level.
 // Ties are broken by a seeded random number, so a run is repeatable for a given seed
 // as long as the same widths complete within the budget.
+#include "BoardFeatures.h"
 #include "PlayBoard.h"
 
 #include <cstdint>
@@ -32,6 +33,7 @@ struct SolveOptions {
     std::uint64_t seed = 1;
     int maxWidth = 1 << 14;       // widest beam tried
     int firstWidth = 1;
+    Weights weights;              // of the board estimate that orders the search
 };
 
 struct SolveResult {
