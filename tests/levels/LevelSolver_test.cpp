@@ -201,6 +201,50 @@ TEST(BoardFeatures, SinglesAreSortedByHowFarTheirColourIs) {
     EXPECT_EQ(apart.singleDistance, 2 * (1 + 3) + 1 + 1 + 1 + 1);
 }
 
+TEST(BoardFeatures, AChildMeasuredByItsChangedColumnsMatchesAWholeMeasure) {
+    // Random boards of up to 24 columns, four colours, hidden spells and holes; every
+    // click's child is measured both ways, along games that empty whole columns.
+    std::mt19937_64 rng(11);
+    std::vector<Group> groups;
+    for (int round = 0; round < 30; ++round) {
+        const int side = 12 + round % 13;
+        LevelRecord level;
+        level.levelbricks = static_cast<std::int16_t>(side);
+        for (int x = 0; x < side; ++x)
+            for (int y = 0; y < side; ++y) {
+                const int roll = static_cast<int>(rng() % 50);
+                level.BrickGrid(x, y) = roll < 4 ? CellEmpty : static_cast<std::int16_t>(roll % 4);
+                if (roll % 13 == 7) level.SpellGrid(x, y) = static_cast<std::int16_t>(roll % 6);
+            }
+        PlayBoard board(level);
+        board.FindGroups(groups);
+        if (groups.empty()) continue;
+        board.Click(groups.front().at.x, groups.front().at.y);   // the start board has not fallen
+        ColumnParts parts, childParts, wholeParts;
+        MeasureBoard(board, parts);
+        for (int move = 0; move < 400; ++move) {
+            board.FindGroups(groups);
+            if (groups.empty()) break;
+            const Group g = groups[rng() % groups.size()];
+            PlayBoard child = board;
+            child.Click(g.at.x, g.at.y);
+            const BoardFeatures part = MeasureChild(board, parts, child, g, childParts);
+            const BoardFeatures whole = MeasureBoard(child, wholeParts);
+            ASSERT_EQ(part.occupied, whole.occupied) << round << "/" << move;
+            ASSERT_EQ(part.groups, whole.groups) << round << "/" << move;
+            ASSERT_EQ(part.singlesInColumn, whole.singlesInColumn) << round << "/" << move;
+            ASSERT_EQ(part.singlesBeside, whole.singlesBeside) << round << "/" << move;
+            ASSERT_EQ(part.singlesFar, whole.singlesFar) << round << "/" << move;
+            ASSERT_EQ(part.singleDistance, whole.singleDistance) << round << "/" << move;
+            ASSERT_EQ(part.coloursLeft, whole.coloursLeft) << round << "/" << move;
+            ASSERT_EQ(part.dead, whole.dead) << round << "/" << move;
+            ASSERT_EQ(part.occupied, child.Occupied());
+            board = child;
+            parts = childParts;
+        }
+    }
+}
+
 TEST(LevelRating, CountsTheCarelessPlayersWhoClear) {
     // One group: every player clears. A lone colour: none does.
     const PlayBoard easy(MakeLevel(10, {"11", "11"}));

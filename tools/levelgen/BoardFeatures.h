@@ -51,6 +51,36 @@ struct BoardFeatures {
     double Estimate(const Weights& weights = Weights{}) const;
 };
 
+// How far, in columns, a single looks for its colour, and what it costs when none is that
+// near. Near enough to see past a few columns, and bounded so that a click changes the
+// shares of only the columns near it.
+inline constexpr int LookColumns = 4;
+inline constexpr int FarthestLook = 100;
+
+// One column's share of the features, kept per board so that a click's child is measured
+// by the columns it changed.
+struct ColumnPart {
+    int cells = 0;
+    int paired = 0;     // cells with a side neighbour of their value
+    int joins = 0;      // such pairs to the right and below
+    int squares = 0;    // 2 x 2 squares of one value, by their top left cell
+    int inColumn = 0;
+    int beside = 0;
+    int far = 0;
+    int distance = 0;
+};
+
+struct ColumnParts {
+    std::array<ColumnPart, MaxBricks> parts{};
+    int columns = 0;
+    std::array<int, 11> counts{};   // cells of each clickable value
+};
+
 BoardFeatures MeasureBoard(const PlayBoard& board);
+BoardFeatures MeasureBoard(const PlayBoard& board, ColumnParts& parts);
+// The same measure for `child`, made by taking `taken` on `parent` whose parts are
+// given: only the columns near those the click changed are looked at again.
+BoardFeatures MeasureChild(const PlayBoard& parent, const ColumnParts& parentParts, const PlayBoard& child,
+                           const Group& taken, ColumnParts& parts);
 
 } // namespace tolva::levelgen

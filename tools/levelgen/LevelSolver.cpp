@@ -107,12 +107,13 @@ public:
 
     // One pass at the given width. Gives true and fills `result` on a clear.
     bool Run(int width, SolveResult& result);
+    PassReport report;
 
 private:
     bool Expand(const std::vector<PlayBoard>& states, std::vector<Candidate>& next, SolveResult& result,
                 const std::vector<std::vector<Step>>& trail);
     void Keep(const std::vector<PlayBoard>& states, std::vector<Candidate>& next, int width,
-              std::vector<PlayBoard>& kept, std::vector<Step>& steps);
+              std::vector<PlayBoard>& kept, std::vector<Step>& steps, std::vector<ColumnParts>& keptParts);
     std::vector<Cell> Path(const std::vector<std::vector<Step>>& trail, int index, Cell last) const;
 
     bool TryEndgame(const std::vector<PlayBoard>& states, const std::vector<std::vector<Step>>& trail,
@@ -125,20 +126,30 @@ private:
     std::uint64_t endgameStates = 0;
     Endgame endgame;
     std::unordered_set<std::uint64_t> triedEnds;
+    // The column shares of each state of the depth, so that a child is measured by the
+    // columns its click changed. Empty at the start, whose board has not fallen yet.
+    std::vector<ColumnParts> stateParts;
+    ColumnParts childParts;
     std::vector<Group> groups;
 };
 
 bool BeamSearch::Run(int width, SolveResult& result) {
     std::vector<PlayBoard> states{start};
+    stateParts.clear();
     std::vector<std::vector<Step>> trail;   // trail[d][i]: how state i of depth d + 1 came about
     std::vector<Candidate> next;
+    report = PassReport{width, 0, start.Occupied()};
     while (!states.empty()) {
         if (Clock::now() > deadline) return false;
+        report.depth = static_cast<int>(trail.size());
+        for (const PlayBoard& s : states) report.fewestCells = std::min(report.fewestCells, s.Occupied());
         next.clear();
         if (Expand(states, next, result, trail)) return true;
         std::vector<PlayBoard> kept;
         std::vector<Step> steps;
-        Keep(states, next, width, kept, steps);
+        std::vector<ColumnParts> keptParts;
+        Keep(states, next, width, kept, steps, keptParts);
+        stateParts = std::move(keptParts);
         trail.push_back(std::move(steps));
         if (TryEndgame(kept, trail, result)) return true;
         states = std::move(kept);
@@ -148,7 +159,7 @@ bool BeamSearch::Run(int width, SolveResult& result) {
 
 // The best `width` children by score, each distinct board once.
 void BeamSearch::Keep(const std::vector<PlayBoard>& states, std::vector<Candidate>& next, int width,
-                      std::vector<PlayBoard>& kept, std::vector<Step>& steps) {
+                      std::vector<PlayBoard>& kept, std::vector<Step>& steps, std::vector<ColumnParts>& keptParts) {
     auto better = [](const Candidate& a, const Candidate& b) { return a.score < b.score; };
     const std::size_t look = std::min(next.size(), static_cast<std::size_t>(width) * 2 + 16);
     std::partial_sort(next.begin(), next.begin() + static_cast<std::ptrdiff_t>(look), next.end(), better);
@@ -162,6 +173,8 @@ void BeamSearch::Keep(const std::vector<PlayBoard>& states, std::vector<Candidat
         child.Click(c.click.x, c.click.y);
         if (!seen.insert(child.Hash()).second) continue;
         kept.push_back(child);
+        keptParts.emplace_back();
+        MeasureBoard(child, keptParts.back());
         steps.push_back(Step{c.parent, c.click});
     }
 }
@@ -175,7 +188,8 @@ bool BeamSearch::Expand(const std::vector<PlayBoard>& states, std::vector<Candid
             PlayBoard child = states[i];
             child.Click(g.at.x, g.at.y);
             ++result.states;
-            const BoardFeatures f = MeasureBoard(child);
+            const BoardFeatures f = stateParts.empty() ? MeasureBoard(child)
+                                                       : MeasureChild(states[i], stateParts[i], child, g, childParts);
             if (f.occupied == 0) {
                 result.clicks = Path(trail, static_cast<int>(i), g.at);
                 return true;
@@ -239,6 +253,7 @@ SolveResult SolveLevel(const PlayBoard& start, const SolveOptions& options) {
             result.width = width;
             return result;
         }
+        if (options.onPass) options.onPass(search.report);
         if (Clock::now() > deadline) break;
     }
     return result;

@@ -21,6 +21,7 @@
 #include "PlayBoard.h"
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 namespace tolva::levelgen {
@@ -28,12 +29,20 @@ namespace tolva::levelgen {
 // The longest budget honoured; longer ones are cut to it.
 inline constexpr double MaxSolveSeconds = 1.0e8;
 
+// How one pass of the beam ended, for a level maker who watches a slow level.
+struct PassReport {
+    int width = 0;
+    int depth = 0;                // clicks deep when the beam ran out of boards or time
+    int fewestCells = 0;          // the fewest cells left on any board it kept
+};
+
 struct SolveOptions {
     double seconds = 10.0;        // wall-clock budget for the whole search
     std::uint64_t seed = 1;
     int maxWidth = 1 << 14;       // widest beam tried
     int firstWidth = 1;
     Weights weights;              // of the board estimate that orders the search
+    std::function<void(const PassReport&)> onPass;   // called after each unsolved pass
 };
 
 struct SolveResult {
