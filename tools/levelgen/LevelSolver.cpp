@@ -36,6 +36,19 @@ using Clock = std::chrono::steady_clock;
 // boards looked at before it gives up on one.
 constexpr int EndgameCells = 40;
 constexpr int EndgameNodes = 2000;
+// The most the beam widens towards the end, in the passes that widen.
+constexpr int MaxWidening = 16;
+
+// How one pass searches. Which of them clears a large level first varies from level
+// to level, and a pass that misses tends to miss at every width, so each width is tried
+// in every style in turn: the plain beam, the beam that widens as the boards shrink,
+// and the widening beam that weighs the distance of lone bricks from their colour
+// twice as much.
+struct Style {
+    double distanceFactor;
+    int widening;
+};
+constexpr Style Styles[] = {{1.0, 1}, {1.0, MaxWidening}, {2.0, MaxWidening}};
 
 struct Step {
     int parent;   // index in the previous depth's states
@@ -103,10 +116,10 @@ private:
 class BeamSearch {
 public:
     BeamSearch(const PlayBoard& from, const SolveOptions& options, Clock::time_point until)
-        : start(from), weights(options.weights), deadline(until), rng(options.seed), endgame(endgameStates, weights) {}
+        : start(from), weights(options.weights), endWeights(options.weights), deadline(until), rng(options.seed), endgame(endgameStates, endWeights) {}
 
     // One pass at the given width. Gives true and fills `result` on a clear.
-    bool Run(int width, SolveResult& result);
+    bool Run(int width, const Weights& style, int widening, SolveResult& result);
     PassReport report;
 
 private:
@@ -120,7 +133,8 @@ private:
                     SolveResult& result);
 
     const PlayBoard& start;
-    const Weights weights;
+    Weights weights;              // of the pass under way
+    const Weights endWeights;     // of the endgame, the same in every pass
     Clock::time_point deadline;
     std::mt19937_64 rng;
     std::uint64_t endgameStates = 0;
@@ -133,12 +147,14 @@ private:
     std::vector<Group> groups;
 };
 
-bool BeamSearch::Run(int width, SolveResult& result) {
+bool BeamSearch::Run(int width, const Weights& style, int widening, SolveResult& result) {
+    weights = style;
     std::vector<PlayBoard> states{start};
     stateParts.clear();
     std::vector<std::vector<Step>> trail;   // trail[d][i]: how state i of depth d + 1 came about
     std::vector<Candidate> next;
-    report = PassReport{width, 0, start.Occupied()};
+    const int startCells = start.Occupied();
+    report = PassReport{width, 0, startCells};
     while (!states.empty()) {
         if (Clock::now() > deadline) return false;
         report.depth = static_cast<int>(trail.size());
@@ -148,7 +164,11 @@ bool BeamSearch::Run(int width, SolveResult& result) {
         std::vector<PlayBoard> kept;
         std::vector<Step> steps;
         std::vector<ColumnParts> keptParts;
-        Keep(states, next, width, kept, steps, keptParts);
+        // A board of fewer cells is cheaper to look at and nearer the end, where the
+        // estimate knows least: the beam widens as the boards shrink, up to 16 times.
+        const int cells = std::max(1, report.fewestCells);
+        const int grow = std::clamp(startCells / cells, 1, widening);
+        Keep(states, next, width * grow, kept, steps, keptParts);
         stateParts = std::move(keptParts);
         trail.push_back(std::move(steps));
         if (TryEndgame(kept, trail, result)) return true;
@@ -248,13 +268,17 @@ SolveResult SolveLevel(const PlayBoard& start, const SolveOptions& options) {
                                              std::chrono::duration<double>(seconds));
     BeamSearch search(start, options, deadline);
     for (int width = std::max(1, options.firstWidth); width <= options.maxWidth; width *= 2) {
-        if (search.Run(width, result)) {
-            result.solved = true;
-            result.width = width;
-            return result;
+        for (const Style& style : Styles) {
+            Weights weights = options.weights;
+            weights.distance *= style.distanceFactor;
+            if (search.Run(width, weights, style.widening, result)) {
+                result.solved = true;
+                result.width = width;
+                return result;
+            }
+            if (options.onPass) options.onPass(search.report);
+            if (Clock::now() > deadline) return result;
         }
-        if (options.onPass) options.onPass(search.report);
-        if (Clock::now() > deadline) break;
     }
     return result;
 }

@@ -4,12 +4,17 @@
 // Clearing a board completely is the hard question of this kind of game: most
 // sequences strand a lone brick of some colour, and from then on the level can never
 // be cleared. The search is a beam search over PlayBoard states, widened step by step
-// (1, 2, 4, ... states per depth) until a clear is found or the time budget is spent.
+// (1, 2, 4, ... states per depth) until a clear is found or the time budget is spent;
+// each width is tried in a few styles in turn (the plain beam, one that widens further
+// as the boards shrink, one that weighs far colours more), because which of them finds
+// a large level's clear first varies from level to level.
 // Each depth keeps the distinct boards that look closest to a clear (BoardFeatures):
 //  - a board with a colour of exactly one brick left is dead and is dropped;
 //  - otherwise each lone brick costs by how many bricks stand in the way of the
 //    nearest brick of its colour, every group costs a click still to come, every
 //    colour left costs a few, and cells left on the board count a little.
+// A child board is measured by the columns its click changed, the other columns' shares
+// of the measure being kept with each board of the beam.
 // Near the end that estimate knows too little, so every kept board of at most a few
 // dozen cells is also searched exhaustively, depth first, with a node limit and a
 // memory of boards proven unclearable.
