@@ -52,9 +52,10 @@ struct BoardFeatures {
 };
 
 // How far, in columns, a single looks for its colour, and what it costs when none is that
-// near. Near enough to see past a few columns, and bounded so that a click changes the
-// shares of only the columns near it.
-inline constexpr int LookColumns = 4;
+// near. Sparse levels of short columns far apart need the look to reach well past a few
+// columns (at 4 some of them were no longer solved); it is bounded so that a click
+// changes the shares of only the columns near it.
+inline constexpr int LookColumns = 10;
 inline constexpr int FarthestLook = 100;
 
 // One column's share of the features, kept per board so that a click's child is measured
