@@ -26,8 +26,10 @@
 // UNFINISHED: at 60 seconds a level on one core, nine of the largest default levels
 // (83, 84, 86, 87, 91, 96, 97, 99, 100 in the last full run) are still not cleared, and
 // which of the large ones clear varies from run to run with small changes of the search:
-// its beams end a dozen cells short, on boards that already had a colour stranded
-// a hundred clicks earlier. The miniatures and the other default levels clear.
+// its beams end a dozen cells short, and a larger end search does not help: the boards
+// are already unclearable when they come down to a few dozen cells, so what misleads
+// the search lies earlier, in the estimate. The miniatures and the other default
+// levels clear.
 #include "BoardFeatures.h"
 #include "PlayBoard.h"
 
