@@ -172,21 +172,77 @@ TEST(LevelSolver, FirstDefaultLevelsAreSolvedAndClearOnTheEngine) {
 }
 
 TEST(BoardFeatures, SinglesAreSortedByHowFarTheirColourIs) {
-    // Columns from the left: 0 over 2 over 0 (the top 0 has its colour lower in its
+    // Columns from the left: 0 over 2 over 0 (each 0 has the other one brick away in its
     // column); 1 beside the 1-column; 3 with no 3 near; a pair of 4s.
     const PlayBoard board(MakeLevel(10, {"0....3", "21.4.3", "01144c"}));
-    FeatureScratch scratch;
-    const BoardFeatures f = MeasureBoard(board, scratch);
+    const BoardFeatures f = MeasureBoard(board);
     EXPECT_EQ(f.occupied, 12);
     EXPECT_EQ(f.groups, 3);            // the three 1s, the three 4s, the two 3s
-    EXPECT_EQ(f.largestGroup, 3);
     EXPECT_EQ(f.singlesInColumn, 2);   // both 0s of column 0
     EXPECT_EQ(f.singlesBeside, 0);
     EXPECT_EQ(f.singlesFar, 1);        // the 2
+    EXPECT_EQ(f.coloursLeft, 5);       // the spell lying on the board is no colour
+    EXPECT_EQ(f.singleDistance, 1 + 1 + 100);   // the lone 2 costs the most there is
     EXPECT_TRUE(f.dead);               // the 2 is the only one of its colour
     const BoardFeatures threeGroups{.groups = 3};
     const BoardFeatures twoGroupsAndAFarSingle{.groups = 2, .singlesFar = 1};
     EXPECT_LT(threeGroups.Estimate(), twoGroupsAndAFarSingle.Estimate());
+
+    // Groups are counted without a flood fill: a block, an L and a column of one colour
+    // each count once, a ring with its hole once less (the count's known blind spot).
+    EXPECT_EQ(MeasureBoard(PlayBoard(MakeLevel(10, {"11.3", "112333"}))).groups, 2);
+    EXPECT_EQ(MeasureBoard(PlayBoard(MakeLevel(10, {"1", "1", "12", "22"}))).groups, 2);
+    EXPECT_EQ(MeasureBoard(PlayBoard(MakeLevel(10, {"111", "121", "111"}))).groups, 0);
+
+    // A single whose colour stands in the next column but one, three rows up: the one
+    // column between (two bricks) must go and the rows must come level.
+    const BoardFeatures apart = MeasureBoard(PlayBoard(MakeLevel(10, {"..1", "..2", "..3", "123"})));
+    EXPECT_EQ(apart.singlesFar, 2);    // the 1s have no 1 in or beside their columns
+    EXPECT_EQ(apart.singleDistance, 2 * (1 + 3) + 1 + 1 + 1 + 1);
+}
+
+TEST(BoardFeatures, AChildMeasuredByItsChangedColumnsMatchesAWholeMeasure) {
+    // Random boards of up to 24 columns, four colours, hidden spells and holes; every
+    // click's child is measured both ways, along games that empty whole columns.
+    std::mt19937_64 rng(11);
+    std::vector<Group> groups;
+    for (int round = 0; round < 30; ++round) {
+        const int side = 12 + round % 13;
+        LevelRecord level;
+        level.levelbricks = static_cast<std::int16_t>(side);
+        for (int x = 0; x < side; ++x)
+            for (int y = 0; y < side; ++y) {
+                const int roll = static_cast<int>(rng() % 50);
+                level.BrickGrid(x, y) = roll < 4 ? CellEmpty : static_cast<std::int16_t>(roll % 4);
+                if (roll % 13 == 7) level.SpellGrid(x, y) = static_cast<std::int16_t>(roll % 6);
+            }
+        PlayBoard board(level);
+        board.FindGroups(groups);
+        if (groups.empty()) continue;
+        board.Click(groups.front().at.x, groups.front().at.y);   // the start board has not fallen
+        ColumnParts parts, childParts, wholeParts;
+        MeasureBoard(board, parts);
+        for (int move = 0; move < 400; ++move) {
+            board.FindGroups(groups);
+            if (groups.empty()) break;
+            const Group g = groups[rng() % groups.size()];
+            PlayBoard child = board;
+            child.Click(g.at.x, g.at.y);
+            const BoardFeatures part = MeasureChild(board, parts, child, g, childParts);
+            const BoardFeatures whole = MeasureBoard(child, wholeParts);
+            ASSERT_EQ(part.occupied, whole.occupied) << round << "/" << move;
+            ASSERT_EQ(part.groups, whole.groups) << round << "/" << move;
+            ASSERT_EQ(part.singlesInColumn, whole.singlesInColumn) << round << "/" << move;
+            ASSERT_EQ(part.singlesBeside, whole.singlesBeside) << round << "/" << move;
+            ASSERT_EQ(part.singlesFar, whole.singlesFar) << round << "/" << move;
+            ASSERT_EQ(part.singleDistance, whole.singleDistance) << round << "/" << move;
+            ASSERT_EQ(part.coloursLeft, whole.coloursLeft) << round << "/" << move;
+            ASSERT_EQ(part.dead, whole.dead) << round << "/" << move;
+            ASSERT_EQ(part.occupied, child.Occupied());
+            board = child;
+            parts = childParts;
+        }
+    }
 }
 
 TEST(LevelRating, CountsTheCarelessPlayersWhoClear) {
@@ -195,9 +251,11 @@ TEST(LevelRating, CountsTheCarelessPlayersWhoClear) {
     LevelRating r = RateLevel(easy, 3, 25, 1);
     EXPECT_EQ(r.cleared, 25);
     EXPECT_EQ(r.Rate(), 1.0);
-    EXPECT_EQ(FormatRating(r), "3\t10\t4\t1\t0\t25\t25\t1.000");
-    EXPECT_EQ(RatingHeader(), "level\tside\tbricks\tcolours\tspells\tcleared\ttries\trate");
-    EXPECT_EQ(RateLevel(PlayBoard(MakeLevel(10, {"0", "11"})), 1, 10, 1).cleared, 0);
+    EXPECT_EQ(FormatRating(r), "3\t10\t4\t1\t0\t25\t25\t1.000\t0.0");
+    EXPECT_EQ(RatingHeader(), "level\tside\tbricks\tcolours\tspells\tcleared\ttries\trate\tleft%");
+    r = RateLevel(PlayBoard(MakeLevel(10, {"0", "11"})), 1, 10, 1);
+    EXPECT_EQ(r.cleared, 0);
+    EXPECT_DOUBLE_EQ(r.LeftShare(), 1.0 / 3.0);   // every player leaves the 0
 
     // Order matters here: taking the 2s first joins the 1s, taking the 1 pair first
     // strands a 1. Some players but not all clear it, the same ones for the same seed.
@@ -206,6 +264,8 @@ TEST(LevelRating, CountsTheCarelessPlayersWhoClear) {
     r = RateLevel(PlayBoard(level), 1, 200, 5);
     EXPECT_GT(r.cleared, 0);
     EXPECT_LT(r.cleared, 200);
+    // Those who fail leave the lone 1 once the 2s went: one cell of the five.
+    EXPECT_DOUBLE_EQ(r.LeftShare(), (200 - r.cleared) / 200.0 / 5.0);
     EXPECT_EQ(r.spells, 1);
     EXPECT_EQ(r.colours, 2);
     EXPECT_EQ(RateLevel(PlayBoard(level), 1, 200, 5).cleared, r.cleared);

@@ -6,7 +6,8 @@
 //                                  the game's own board before they are printed
 //   levels rate DIR [--tries N] [--seed S] [--level N]
 //                                  how often a player who clicks random groups clears
-//                                  each level: a header, then one tab-separated line a level
+//                                  each level and how much of it such players leave: a
+//                                  header, then one tab-separated line a level
 // DIR is the set's own folder (the one holding levels.set). It is loaded the way the
 // game loads levels\<folder>\, so that a folder whose name ends in "default" is checked
 // as a default set, with the default set's key.
@@ -300,8 +301,9 @@ const CliRegistration registration{CliCommand{
     "  levels rate DIR [--tries N] [--seed S] [--level N]\n"
     "                                    for each level, how many of N players (default 200)\n"
     "                                    who click random groups clear it; prints the header\n"
-    "                                    level side bricks colours spells cleared tries rate\n"
-    "                                    and one tab-separated line a level",
+    "                                    level side bricks colours spells cleared tries rate left%\n"
+    "                                    and one tab-separated line a level: rate is cleared/tries,\n"
+    "                                    left% the mean share of the cells those players leave",
     RunLevels}};
 
 } // namespace

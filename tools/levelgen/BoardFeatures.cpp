@@ -1,80 +1,212 @@
 #include "BoardFeatures.h"
 
+#include <algorithm>
+#include <cstring>
 
 namespace tolva::levelgen {
 
-// The weights were tuned on the shipped sets: a single far from its colour costs as much
-// as sixteen groups, and cells still on the board count a little, so that of two boards
-// at the same depth the one that took larger groups goes first.
-double BoardFeatures::Estimate() const {
-    return 1.0 * groups + 2.0 * singlesInColumn + 4.0 * singlesBeside + 16.0 * singlesFar + 0.3 * occupied;
+double BoardFeatures::Estimate(const Weights& w) const {
+    return w.group * groups + w.inColumn * singlesInColumn + w.beside * singlesBeside + w.far * singlesFar +
+           w.cell * occupied + w.colour * coloursLeft + w.distance * singleDistance;
 }
 
-BoardFeatures MeasureBoard(const PlayBoard& board, FeatureScratch& scratch) {
-    BoardFeatures f;
+namespace {
+
+// How many bricks must go, at the least, before the single at (x, y) meets a brick of
+// its colour: those between them in its own column, or for a brick in another column,
+// every brick of the columns between (they must all go for the two columns to stand
+// side by side) and the difference of their heights (the higher one must come down).
+// Looked for up to LookColumns columns away and counted up to FarthestLook; a colour
+// not found that near costs FarthestLook.
+int DistanceToColour(const PlayBoard& board, int x, int y, int columns, const std::array<int, MaxBricks>& top) {
     const int side = board.Side();
-    // The columns in use: a compacted board has them all on the left, standing on the
-    // bottom row. How many of each value every column holds, for the singles below.
+    const auto v = board.Brick(x, y);
+    int best = FarthestLook;
+    for (int yy = y - 2; yy >= top[static_cast<std::size_t>(x)] && y - yy - 1 < best; --yy)
+        if (board.Brick(x, yy) == v) best = y - yy - 1;
+    for (int yy = y + 2; yy < side && yy - y - 1 < best; ++yy)
+        if (board.Brick(x, yy) == v) best = yy - y - 1;
+    const int from = std::max(0, x - LookColumns), to = std::min(columns - 1, x + LookColumns);
+    for (int dir : {-1, 1}) {
+        int between = 0;
+        for (int xx = x + dir; xx >= from && xx <= to && between < best; xx += dir) {
+            const int colTop = top[static_cast<std::size_t>(xx)];
+            // Outward from the single's own row, as far as the best so far allows.
+            for (int d = 0; between + d < best; ++d) {
+                const int up = y - d, down = y + d;
+                if (up < colTop && down >= side) break;
+                if ((up >= colTop && board.Brick(xx, up) == v) || (down < side && board.Brick(xx, down) == v)) {
+                    best = between + d;
+                    break;
+                }
+            }
+            between += side - colTop;
+        }
+    }
+    return best;
+}
+
+// The values 0..10 that stand in column x, a bit each (none off the board's columns).
+unsigned ColumnValues(const PlayBoard& board, int x, int columns, const std::array<int, MaxBricks>& top) {
+    unsigned mask = 0;
+    if (x < 0 || x >= columns) return mask;
+    for (int y = top[static_cast<std::size_t>(x)]; y < board.Side(); ++y) {
+        const auto v = board.Brick(x, y);
+        if (v <= 10) mask |= 1u << v;
+    }
+    return mask;
+}
+
+// Column x's share of the features. It looks at the columns up to LookColumns away on
+// either side and no further, which is what lets a click be measured by its columns.
+// Groups are counted without a flood fill: in a set of cells joined side to side,
+// components = cells - joins + filled 2 x 2 squares, less one for each hole the set
+// rings round. The joins and squares of a column are those to its right and below. A
+// ring of one colour round other bricks is rare and only makes the count one low,
+// which a search estimate can bear.
+ColumnPart MeasureColumn(const PlayBoard& board, int x, int columns, const std::array<int, MaxBricks>& top) {
+    ColumnPart p;
+    const int side = board.Side();
+    const int colTop = top[static_cast<std::size_t>(x)];
+    p.cells = side - colTop;
+    const bool hasRight = x + 1 < columns;
+    std::array<std::uint8_t, 11> own{};
+    for (int y = colTop; y < side; ++y)
+        if (board.Brick(x, y) <= 10) ++own[static_cast<std::size_t>(board.Brick(x, y))];
+    unsigned besideValues = 0;
+    bool besideKnown = false;
+    for (int y = colTop; y < side; ++y) {
+        const auto v = board.Brick(x, y);
+        if (v > 10) continue;
+        const bool right = hasRight && board.Brick(x + 1, y) == v;
+        const bool down = y + 1 < side && board.Brick(x, y + 1) == v;
+        const bool left = x > 0 && board.Brick(x - 1, y) == v;
+        const bool up = y > 0 && board.Brick(x, y - 1) == v;
+        if (right || down || left || up) {
+            ++p.paired;
+            p.joins += right + down;
+            p.squares += right && down && board.Brick(x + 1, y + 1) == v;
+            continue;
+        }
+        p.distance += DistanceToColour(board, x, y, columns, top);
+        if (own[static_cast<std::size_t>(v)] > 1) {
+            ++p.inColumn;
+            continue;
+        }
+        if (!besideKnown) {
+            besideValues = ColumnValues(board, x - 1, columns, top) | ColumnValues(board, x + 1, columns, top);
+            besideKnown = true;
+        }
+        if (besideValues >> v & 1u) ++p.beside;
+        else ++p.far;
+    }
+    return p;
+}
+
+// The columns in use (a compacted board has them on the left, each standing on the
+// bottom row) and the top cell of each.
+int FindColumns(const PlayBoard& board, std::array<int, MaxBricks>& top) {
+    const int side = board.Side();
     int columns = 0;
     while (columns < side && board.Brick(columns, side - 1) >= 0) ++columns;
-    std::array<std::array<std::uint8_t, 11>, MaxBricks + 2> inColumn{};
-    std::array<int, 11> counts{};
-    std::array<int, MaxBricks> top{};
     for (int x = 0; x < columns; ++x) {
         int y = side - 1;
-        for (; y >= 0; --y) {
-            const auto v = board.Brick(x, y);
-            if (v < 0) break;
-            ++f.occupied;
-            if (v <= 10) {
-                ++inColumn[static_cast<std::size_t>(x + 1)][static_cast<std::size_t>(v)];
-                ++counts[static_cast<std::size_t>(v)];
-            }
-        }
+        while (y >= 0 && board.Brick(x, y) >= 0) --y;
         top[static_cast<std::size_t>(x)] = y + 1;
     }
-    for (int c : counts)
+    return columns;
+}
+
+BoardFeatures Total(const ColumnParts& parts) {
+    BoardFeatures f;
+    int paired = 0, joins = 0, squares = 0;
+    for (int x = 0; x < parts.columns; ++x) {
+        const ColumnPart& p = parts.parts[static_cast<std::size_t>(x)];
+        f.occupied += p.cells;
+        paired += p.paired;
+        joins += p.joins;
+        squares += p.squares;
+        f.singlesInColumn += p.inColumn;
+        f.singlesBeside += p.beside;
+        f.singlesFar += p.far;
+        f.singleDistance += p.distance;
+    }
+    f.groups = paired - joins + squares;
+    for (int c : parts.counts) {
         if (c == 1) f.dead = true;
-    for (int x = 0; x < columns; ++x)
-        for (int y = top[static_cast<std::size_t>(x)]; y < side; ++y) scratch.seen[static_cast<std::size_t>(x * MaxBricks + y)] = 0;
-    for (int x = 0; x < columns; ++x)
-        for (int y = top[static_cast<std::size_t>(x)]; y < side; ++y) {
-            const auto v = board.Brick(x, y);
-            const int start = x * MaxBricks + y;
-            if (v > 10 || scratch.seen[static_cast<std::size_t>(start)]) continue;
-            const bool paired = (x + 1 < side && board.Brick(x + 1, y) == v) || (x > 0 && board.Brick(x - 1, y) == v) ||
-                                (y > 0 && board.Brick(x, y - 1) == v) || (y + 1 < side && board.Brick(x, y + 1) == v);
-            if (!paired) {
-                const auto c = static_cast<std::size_t>(v);
-                if (inColumn[static_cast<std::size_t>(x + 1)][c] > 1) ++f.singlesInColumn;
-                else if (inColumn[static_cast<std::size_t>(x)][c] + inColumn[static_cast<std::size_t>(x + 2)][c] > 0)
-                    ++f.singlesBeside;
-                else ++f.singlesFar;
-                continue;
-            }
-            int depth = 0, size = 0;
-            scratch.stack[static_cast<std::size_t>(depth++)] = static_cast<std::int16_t>(start);
-            scratch.seen[static_cast<std::size_t>(start)] = 1;
-            while (depth > 0) {
-                const int i = scratch.stack[static_cast<std::size_t>(--depth)];
-                ++size;
-                const int cx = i / MaxBricks, cy = i % MaxBricks;
-                auto visit = [&](int nx, int ny) {
-                    const int j = nx * MaxBricks + ny;
-                    if (board.Brick(nx, ny) == v && !scratch.seen[static_cast<std::size_t>(j)]) {
-                        scratch.seen[static_cast<std::size_t>(j)] = 1;
-                        scratch.stack[static_cast<std::size_t>(depth++)] = static_cast<std::int16_t>(j);
-                    }
-                };
-                if (cx + 1 < side) visit(cx + 1, cy);
-                if (cx > 0) visit(cx - 1, cy);
-                if (cy > 0) visit(cx, cy - 1);
-                if (cy + 1 < side) visit(cx, cy + 1);
-            }
-            ++f.groups;
-            if (size > f.largestGroup) f.largestGroup = size;
-        }
+        if (c > 0) ++f.coloursLeft;
+    }
     return f;
+}
+
+bool SameColumn(const PlayBoard& a, int ax, const PlayBoard& b, int bx) {
+    for (int y = 0; y < a.Side(); ++y)
+        if (a.Brick(ax, y) != b.Brick(bx, y)) return false;
+    return true;
+}
+
+} // namespace
+
+BoardFeatures MeasureBoard(const PlayBoard& board, ColumnParts& parts) {
+    std::array<int, MaxBricks> top{};
+    parts.columns = FindColumns(board, top);
+    parts.counts.fill(0);
+    for (int x = 0; x < parts.columns; ++x) {
+        parts.parts[static_cast<std::size_t>(x)] = MeasureColumn(board, x, parts.columns, top);
+        for (int y = top[static_cast<std::size_t>(x)]; y < board.Side(); ++y) {
+            const auto v = board.Brick(x, y);
+            if (v <= 10) ++parts.counts[static_cast<std::size_t>(v)];
+        }
+    }
+    return Total(parts);
+}
+
+BoardFeatures MeasureBoard(const PlayBoard& board) {
+    ColumnParts parts;
+    return MeasureBoard(board, parts);
+}
+
+BoardFeatures MeasureChild(const PlayBoard& parent, const ColumnParts& parentParts, const PlayBoard& child,
+                           const Group& taken, ColumnParts& parts) {
+    // The columns the click changed: those from the first that differs from the left
+    // up to the last that differs from the right; the ones right of it only moved left
+    // by the columns that emptied.
+    std::array<int, MaxBricks> top{};
+    const int side = child.Side();
+    int columns = 0;
+    while (columns < side && child.Brick(columns, side - 1) >= 0) ++columns;
+    const int oldColumns = parentParts.columns;
+    const int shift = oldColumns - columns;
+    int first = 0;
+    while (first < columns && SameColumn(parent, first, child, first)) ++first;
+    int lastNew = columns - 1;   // in the child's columns; the parent's is lastNew + shift
+    while (lastNew >= first && SameColumn(parent, lastNew + shift, child, lastNew)) --lastNew;
+    for (int x = 0; x < columns; ++x) {
+        if (x < first || x > lastNew) {
+            const int old = x < first ? x : x + shift;
+            top[static_cast<std::size_t>(x)] = side - parentParts.parts[static_cast<std::size_t>(old)].cells;
+        } else {
+            int y = side - 1;
+            while (y >= 0 && child.Brick(x, y) >= 0) --y;
+            top[static_cast<std::size_t>(x)] = y + 1;
+        }
+    }
+    parts.columns = columns;
+    parts.counts = parentParts.counts;
+    const auto colour = static_cast<std::size_t>(taken.value);
+    parts.counts[colour] = std::max(0, parts.counts[colour] - taken.size);
+    // Columns whose look reaches a changed one are measured again, the rest copied.
+    const int redoFrom = std::max(0, first - LookColumns);
+    const int redoTo = std::min(columns - 1, lastNew + LookColumns);
+    for (int x = 0; x < columns; ++x) {
+        if (x >= redoFrom && x <= redoTo) {
+            parts.parts[static_cast<std::size_t>(x)] = MeasureColumn(child, x, columns, top);
+        } else {
+            const int old = x < first ? x : x + shift;
+            parts.parts[static_cast<std::size_t>(x)] = parentParts.parts[static_cast<std::size_t>(old)];
+        }
+    }
+    return Total(parts);
 }
 
 } // namespace tolva::levelgen

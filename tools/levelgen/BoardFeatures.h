@@ -19,25 +19,69 @@
 
 namespace tolva::levelgen {
 
+// The estimate's weights. The defaults were tuned on the shipped sets: every group still
+// needs a click; a single costs twice that and one more for each brick in the way of
+// its colour, which gives the search a slope towards bringing far colours together
+// (a plain count of far singles gave none, and the search kept a few of them to the
+// end, where they stranded); every colour still on the board costs several groups, so
+// that of two boards the one that finished a colour goes first; cells still on the
+// board count a little, so that of two boards at the same depth the one that took
+// larger groups goes first.
+struct Weights {
+    double group = 1.0;
+    double inColumn = 2.0;
+    double beside = 2.0;
+    double far = 2.0;
+    double cell = 0.3;
+    double colour = 6.0;
+    double distance = 1.0;
+};
+
 struct BoardFeatures {
     int occupied = 0;          // cells holding a value of 0 or more
     int groups = 0;            // groups of two or more of a clickable value
     int singlesInColumn = 0;   // singles with their colour elsewhere in the column
     int singlesBeside = 0;     // ... or else in a neighbouring column
     int singlesFar = 0;        // ... or else nowhere near
-    int largestGroup = 0;
+    int singleDistance = 0;    // summed over singles: bricks in the way of their colour
+    int coloursLeft = 0;       // clickable values with any cell left
     bool dead = false;         // some clickable value has exactly one cell left
 
     // Lower is closer to a clear.
-    double Estimate() const;
+    double Estimate(const Weights& weights = Weights{}) const;
 };
 
-// Reusable buffers, so that measuring allocates nothing.
-struct FeatureScratch {
-    std::array<std::uint8_t, MaxBricks * MaxBricks> seen{};
-    std::array<std::int16_t, MaxBricks * MaxBricks> stack{};
+// How far, in columns, a single looks for its colour, and what it costs when none is that
+// near. Sparse levels of short columns far apart need the look to reach well past a few
+// columns (at 4 some of them were no longer solved); it is bounded so that a click
+// changes the shares of only the columns near it.
+inline constexpr int LookColumns = 10;
+inline constexpr int FarthestLook = 100;
+
+// One column's share of the features, kept per board so that a click's child is measured
+// by the columns it changed.
+struct ColumnPart {
+    int cells = 0;
+    int paired = 0;     // cells with a side neighbour of their value
+    int joins = 0;      // such pairs to the right and below
+    int squares = 0;    // 2 x 2 squares of one value, by their top left cell
+    int inColumn = 0;
+    int beside = 0;
+    int far = 0;
+    int distance = 0;
 };
 
-BoardFeatures MeasureBoard(const PlayBoard& board, FeatureScratch& scratch);
+struct ColumnParts {
+    std::array<ColumnPart, MaxBricks> parts{};
+    int columns = 0;
+    std::array<int, 11> counts{};   // cells of each clickable value
+};
+
+BoardFeatures MeasureBoard(const PlayBoard& board);
+BoardFeatures MeasureBoard(const PlayBoard& board, ColumnParts& parts);
+// The same measure for `child`, made by taking `taken` on `parent` whose parts are
+// given: only the columns near those the click changed are looked at again.
+BoardFeatures MeasureChild(const PlayBoard& parent, const ColumnParts& parentParts, const PlayBoard& child,
+                           const Group& taken, ColumnParts& parts);
 
 } // namespace tolva::levelgen

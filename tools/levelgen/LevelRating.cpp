@@ -38,13 +38,13 @@ void RemovableGroups(const PlayBoard& board, std::vector<Cell>& out) {
 
 } // namespace
 
-bool RandomPlayClears(const PlayBoard& start, std::uint64_t streamSeed) {
+int RandomPlayLeaves(const PlayBoard& start, std::uint64_t streamSeed) {
     std::mt19937_64 rng(streamSeed);
     PlayBoard board = start;
     std::vector<Cell> groups;
     for (;;) {
         RemovableGroups(board, groups);
-        if (groups.empty()) return board.Cleared();
+        if (groups.empty()) return board.Occupied();
         std::uniform_int_distribution<std::size_t> pick(0, groups.size() - 1);
         const Cell c = groups[pick(rng)];
         board.Click(c.x, c.y);
@@ -68,19 +68,24 @@ LevelRating RateLevel(const PlayBoard& start, int level, int tries, std::uint64_
     // A stream per try, spread by a large odd multiplier so that neighbouring seeds and
     // levels share no stream.
     const std::uint64_t base = seed * 0x9E3779B97F4A7C15ull + static_cast<std::uint64_t>(level) * 1000003ull;
-    for (int t = 0; t < r.tries; ++t)
-        if (RandomPlayClears(start, base + static_cast<std::uint64_t>(t))) ++r.cleared;
+    r.startCells = start.Occupied();
+    for (int t = 0; t < r.tries; ++t) {
+        const int left = RandomPlayLeaves(start, base + static_cast<std::uint64_t>(t));
+        if (left == 0) ++r.cleared;
+        r.cellsLeft += left;
+    }
     return r;
 }
 
-std::string RatingHeader() { return "level\tside\tbricks\tcolours\tspells\tcleared\ttries\trate"; }
+std::string RatingHeader() { return "level\tside\tbricks\tcolours\tspells\tcleared\ttries\trate\tleft%"; }
 
 std::string FormatRating(const LevelRating& r) {
-    char rate[32];
+    char rate[32], left[32];
     std::snprintf(rate, sizeof rate, "%.3f", r.Rate());
+    std::snprintf(left, sizeof left, "%.1f", 100.0 * r.LeftShare());
     return std::to_string(r.level) + '\t' + std::to_string(r.side) + '\t' + std::to_string(r.bricks) + '\t' +
            std::to_string(r.colours) + '\t' + std::to_string(r.spells) + '\t' + std::to_string(r.cleared) + '\t' +
-           std::to_string(r.tries) + '\t' + rate;
+           std::to_string(r.tries) + '\t' + rate + '\t' + left;
 }
 
 } // namespace tolva::levelgen

@@ -6,7 +6,10 @@
 // included) with equal chance, and goes on until no group is left. Over a fixed number
 // of tries, each from its own seeded random stream, the share that ends with an empty
 // board says how forgiving the level is: near 1 a level clears itself, near 0 it has to
-// be planned. The tries of a level depend only on the seed and the level's number, so
+// be planned. On large boards nearly every careless player fails, so the rating also
+// gives how much of the board they leave, on average, as a share of the cells it starts
+// with: that share still grows with a level's difficulty where the clear rate is 0 for
+// all. The tries of a level depend only on the seed and the level's number, so
 // that rating one level gives the same line as rating the whole set.
 #include "PlayBoard.h"
 
@@ -23,11 +26,17 @@ struct LevelRating {
     int spells = 0;        // hidden spells and spells lying on the board
     int tries = 0;
     int cleared = 0;       // tries that ended with an empty board
+    int startCells = 0;    // cells holding a value 0 and up at the start
+    long long cellsLeft = 0;   // summed over the tries: such cells left when no group was
     double Rate() const { return tries > 0 ? static_cast<double>(cleared) / tries : 0.0; }
+    // The mean share of the starting cells that a try leaves, 0..1.
+    double LeftShare() const {
+        return tries > 0 && startCells > 0 ? static_cast<double>(cellsLeft) / (static_cast<double>(tries) * startCells) : 0.0;
+    }
 };
 
-// One careless game from `start`; true when it ends with an empty board.
-bool RandomPlayClears(const PlayBoard& start, std::uint64_t streamSeed);
+// One careless game from `start`: the cells left when no group is, 0 for a clear.
+int RandomPlayLeaves(const PlayBoard& start, std::uint64_t streamSeed);
 
 LevelRating RateLevel(const PlayBoard& start, int level, int tries, std::uint64_t seed);
 

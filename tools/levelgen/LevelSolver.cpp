@@ -36,6 +36,19 @@ using Clock = std::chrono::steady_clock;
 // boards looked at before it gives up on one.
 constexpr int EndgameCells = 40;
 constexpr int EndgameNodes = 2000;
+// The most the beam widens towards the end, in the passes that widen.
+constexpr int MaxWidening = 16;
+
+// How one pass searches. Which of them clears a large level first varies from level
+// to level, and a pass that misses tends to miss at every width, so each width is tried
+// in every style in turn: the plain beam, the beam that widens as the boards shrink,
+// and the widening beam that weighs the distance of lone bricks from their colour
+// twice as much.
+struct Style {
+    double distanceFactor;
+    int widening;
+};
+constexpr Style Styles[] = {{1.0, 1}, {1.0, MaxWidening}, {2.0, MaxWidening}};
 
 struct Step {
     int parent;   // index in the previous depth's states
@@ -54,7 +67,7 @@ struct Candidate {
 // beam's many near-equal end states are not searched twice.
 class Endgame {
 public:
-    explicit Endgame(std::uint64_t& counter) : states(counter) {}
+    Endgame(std::uint64_t& counter, const Weights& w) : states(counter), weights(w) {}
     // True and the clicks on a clear; false when none exists or `nodes` ran out.
     bool Solve(const PlayBoard& board, int nodes, std::vector<Cell>& clicks) {
         budget = nodes;
@@ -76,12 +89,12 @@ private:
             ++states;
             PlayBoard child = board;
             child.Click(g.at.x, g.at.y);
-            const BoardFeatures f = MeasureBoard(child, scratch);
+            const BoardFeatures f = MeasureBoard(child);
             if (f.occupied == 0) {
                 clicks.push_back(g.at);
                 return true;
             }
-            if (!f.dead) options.push_back(Option{f.Estimate(), child, g.at});
+            if (!f.dead) options.push_back(Option{f.Estimate(weights), child, g.at});
         }
         std::sort(options.begin(), options.end(), [](const Option& a, const Option& b) { return a.score < b.score; });
         for (const auto& o : options) {
@@ -95,50 +108,68 @@ private:
     }
 
     std::uint64_t& states;
+    const Weights& weights;
     int budget = 0;
     std::unordered_set<std::uint64_t> dead;
-    FeatureScratch scratch;
 };
 
 class BeamSearch {
 public:
     BeamSearch(const PlayBoard& from, const SolveOptions& options, Clock::time_point until)
-        : start(from), deadline(until), rng(options.seed), endgame(endgameStates) {}
+        : start(from), weights(options.weights), endWeights(options.weights), deadline(until), rng(options.seed), endgame(endgameStates, endWeights) {}
 
     // One pass at the given width. Gives true and fills `result` on a clear.
-    bool Run(int width, SolveResult& result);
+    bool Run(int width, const Weights& style, int widening, SolveResult& result);
+    PassReport report;
 
 private:
     bool Expand(const std::vector<PlayBoard>& states, std::vector<Candidate>& next, SolveResult& result,
                 const std::vector<std::vector<Step>>& trail);
     void Keep(const std::vector<PlayBoard>& states, std::vector<Candidate>& next, int width,
-              std::vector<PlayBoard>& kept, std::vector<Step>& steps);
+              std::vector<PlayBoard>& kept, std::vector<Step>& steps, std::vector<ColumnParts>& keptParts);
     std::vector<Cell> Path(const std::vector<std::vector<Step>>& trail, int index, Cell last) const;
 
     bool TryEndgame(const std::vector<PlayBoard>& states, const std::vector<std::vector<Step>>& trail,
                     SolveResult& result);
 
     const PlayBoard& start;
+    Weights weights;              // of the pass under way
+    const Weights endWeights;     // of the endgame, the same in every pass
     Clock::time_point deadline;
     std::mt19937_64 rng;
     std::uint64_t endgameStates = 0;
     Endgame endgame;
     std::unordered_set<std::uint64_t> triedEnds;
-    FeatureScratch scratch;
+    // The column shares of each state of the depth, so that a child is measured by the
+    // columns its click changed. Empty at the start, whose board has not fallen yet.
+    std::vector<ColumnParts> stateParts;
+    ColumnParts childParts;
     std::vector<Group> groups;
 };
 
-bool BeamSearch::Run(int width, SolveResult& result) {
+bool BeamSearch::Run(int width, const Weights& style, int widening, SolveResult& result) {
+    weights = style;
     std::vector<PlayBoard> states{start};
+    stateParts.clear();
     std::vector<std::vector<Step>> trail;   // trail[d][i]: how state i of depth d + 1 came about
     std::vector<Candidate> next;
+    const int startCells = start.Occupied();
+    report = PassReport{width, 0, startCells};
     while (!states.empty()) {
         if (Clock::now() > deadline) return false;
+        report.depth = static_cast<int>(trail.size());
+        for (const PlayBoard& s : states) report.fewestCells = std::min(report.fewestCells, s.Occupied());
         next.clear();
         if (Expand(states, next, result, trail)) return true;
         std::vector<PlayBoard> kept;
         std::vector<Step> steps;
-        Keep(states, next, width, kept, steps);
+        std::vector<ColumnParts> keptParts;
+        // A board of fewer cells is cheaper to look at and nearer the end, where the
+        // estimate knows least: the beam widens as the boards shrink, up to 16 times.
+        const int cells = std::max(1, report.fewestCells);
+        const int grow = std::clamp(startCells / cells, 1, widening);
+        Keep(states, next, width * grow, kept, steps, keptParts);
+        stateParts = std::move(keptParts);
         trail.push_back(std::move(steps));
         if (TryEndgame(kept, trail, result)) return true;
         states = std::move(kept);
@@ -148,7 +179,7 @@ bool BeamSearch::Run(int width, SolveResult& result) {
 
 // The best `width` children by score, each distinct board once.
 void BeamSearch::Keep(const std::vector<PlayBoard>& states, std::vector<Candidate>& next, int width,
-                      std::vector<PlayBoard>& kept, std::vector<Step>& steps) {
+                      std::vector<PlayBoard>& kept, std::vector<Step>& steps, std::vector<ColumnParts>& keptParts) {
     auto better = [](const Candidate& a, const Candidate& b) { return a.score < b.score; };
     const std::size_t look = std::min(next.size(), static_cast<std::size_t>(width) * 2 + 16);
     std::partial_sort(next.begin(), next.begin() + static_cast<std::ptrdiff_t>(look), next.end(), better);
@@ -162,6 +193,8 @@ void BeamSearch::Keep(const std::vector<PlayBoard>& states, std::vector<Candidat
         child.Click(c.click.x, c.click.y);
         if (!seen.insert(child.Hash()).second) continue;
         kept.push_back(child);
+        keptParts.emplace_back();
+        MeasureBoard(child, keptParts.back());
         steps.push_back(Step{c.parent, c.click});
     }
 }
@@ -175,13 +208,14 @@ bool BeamSearch::Expand(const std::vector<PlayBoard>& states, std::vector<Candid
             PlayBoard child = states[i];
             child.Click(g.at.x, g.at.y);
             ++result.states;
-            const BoardFeatures f = MeasureBoard(child, scratch);
+            const BoardFeatures f = stateParts.empty() ? MeasureBoard(child)
+                                                       : MeasureChild(states[i], stateParts[i], child, g, childParts);
             if (f.occupied == 0) {
                 result.clicks = Path(trail, static_cast<int>(i), g.at);
                 return true;
             }
             if (f.dead) continue;
-            next.push_back(Candidate{f.Estimate() + noise(rng), static_cast<int>(i), g.at});
+            next.push_back(Candidate{f.Estimate(weights) + noise(rng), static_cast<int>(i), g.at});
         }
         if ((i & 7) == 7 && Clock::now() > deadline) return false;
     }
@@ -234,12 +268,17 @@ SolveResult SolveLevel(const PlayBoard& start, const SolveOptions& options) {
                                              std::chrono::duration<double>(seconds));
     BeamSearch search(start, options, deadline);
     for (int width = std::max(1, options.firstWidth); width <= options.maxWidth; width *= 2) {
-        if (search.Run(width, result)) {
-            result.solved = true;
-            result.width = width;
-            return result;
+        for (const Style& style : Styles) {
+            Weights weights = options.weights;
+            weights.distance *= style.distanceFactor;
+            if (search.Run(width, weights, style.widening, result)) {
+                result.solved = true;
+                result.width = width;
+                return result;
+            }
+            if (options.onPass) options.onPass(search.report);
+            if (Clock::now() > deadline) return result;
         }
-        if (Clock::now() > deadline) break;
     }
     return result;
 }

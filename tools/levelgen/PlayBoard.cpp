@@ -16,11 +16,15 @@ PlayBoard::PlayBoard(const LevelRecord& level) {
 }
 
 void PlayBoard::SetCell(int x, int y, std::int16_t brick, std::int16_t spell) {
+    compact = false;
     bricks[Index(x, y)] = brick;
     spells[Index(x, y)] = spell;
 }
 
-void PlayBoard::SetSide(int newSide) { side = std::clamp(newSide, 1, MaxBricks); }
+void PlayBoard::SetSide(int newSide) {
+    side = std::clamp(newSide, 1, MaxBricks);
+    compact = false;
+}
 
 bool PlayBoard::IsValid(int x, int y) const {
     if (!OnBoard(x, y)) return false;
@@ -32,17 +36,18 @@ bool PlayBoard::IsValid(int x, int y) const {
 
 int PlayBoard::Click(int x, int y, std::vector<int>* collected) {
     if (!IsValid(x, y)) return 0;
-    const int removed = FloodRemove(x, y);
-    CleanArray(collected);
+    int leftmost = x;
+    const int removed = FloodRemove(x, y, leftmost);
+    CleanArray(leftmost, collected);
     return removed;
 }
 
 // The group as one 4-connected component of its value. The engine walks it depth first
 // in a fixed order; the order only decides how the removal is drawn, the set of cells
 // and what each becomes are the same.
-int PlayBoard::FloodRemove(int x, int y) {
+int PlayBoard::FloodRemove(int x, int y, int& leftmost) {
     const std::int16_t c = Brick(x, y);
-    std::array<std::int16_t, MaxBricks * MaxBricks> stack{};
+    std::array<std::int16_t, MaxBricks * MaxBricks> stack;
     int top = 0;
     int removed = 0;
     auto take = [&](int cx, int cy) {
@@ -50,6 +55,7 @@ int PlayBoard::FloodRemove(int x, int y) {
         bricks[i] = (spells[i] >= 0 && c <= 9) ? static_cast<std::int16_t>(spells[i] + FirstSpellCell)
                                                 : CellEmpty;
         ++removed;
+        leftmost = std::min(leftmost, cx);
         stack[top++] = static_cast<std::int16_t>(i);
     };
     take(x, y);
@@ -65,9 +71,13 @@ int PlayBoard::FloodRemove(int x, int y) {
 }
 
 // Columns fall and close up to the left; a spell number over an empty cell is dropped.
-void PlayBoard::Compact() {
-    int target = 0;
-    for (int x = 0; x < side; ++x) {
+// On a board that has fallen before, the columns left of `fromColumn` are untouched and
+// those from `used` on are empty, so only the ones between are looked at.
+void PlayBoard::Compact(int fromColumn) {
+    const int from = compact ? fromColumn : 0;
+    const int limit = compact ? used : side;
+    int target = from;
+    for (int x = from; x < limit; ++x) {
         int row = side - 1;
         bool any = false;
         for (int y = side - 1; y >= 0; --y) {
@@ -90,23 +100,26 @@ void PlayBoard::Compact() {
         }
         if (any) ++target;
     }
-    for (int x = target; x < side; ++x)
+    for (int x = target; x < limit; ++x)
         for (int y = 0; y < side; ++y) {
             bricks[Index(x, y)] = CellEmpty;
             spells[Index(x, y)] = NoSpell;
         }
+    compact = true;
+    used = target;
 }
 
-void PlayBoard::CleanArray(std::vector<int>* collected) {
-    Compact();
+void PlayBoard::CleanArray(int fromColumn, std::vector<int>* collected) {
+    Compact(fromColumn);
     for (;;) {
         int found = -1;
         for (int x = 0; x < side && found < 0; ++x)
             if (Brick(x, side - 1) > 10) found = x;
         if (found < 0) return;
         if (collected) collected->push_back(Brick(found, side - 1) - FirstSpellCell);
-        SetCell(found, side - 1, CellEmpty, NoSpell);
-        Compact();
+        bricks[Index(found, side - 1)] = CellEmpty;
+        spells[Index(found, side - 1)] = NoSpell;
+        Compact(found);
     }
 }
 

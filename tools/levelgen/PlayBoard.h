@@ -70,13 +70,17 @@ public:
 
 private:
     static int Index(int x, int y) { return x * MaxBricks + y; }
-    int FloodRemove(int x, int y);
-    void Compact();
-    void CleanArray(std::vector<int>* collected);
+    int FloodRemove(int x, int y, int& leftmost);
+    void Compact(int fromColumn);
+    void CleanArray(int fromColumn, std::vector<int>* collected);
 
     int side = 10;
     std::array<std::int16_t, MaxBricks * MaxBricks> bricks{};
     std::array<std::int16_t, MaxBricks * MaxBricks> spells{};
+    // Once the board has fallen, its columns in use are the first `used` ones: a click
+    // then needs to compact only from the leftmost column it touched to there.
+    bool compact = false;
+    int used = 0;
 };
 
 } // namespace tolva::levelgen
