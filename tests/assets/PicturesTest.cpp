@@ -292,3 +292,26 @@ TEST(Pictures, BmpWriterPadsRowsAndKeepsColours)
         EXPECT_EQ(back.convertToFormat(QImage::Format_RGB32), image) << "width " << width;
     }
 }
+
+TEST(Pictures, PanelCaptionsKeepClearOfTheirWells)
+{
+    // The level's well ends at x 624 and the bonus's begins at 674; the numbers in them
+    // stand at fixed places. The BONUS caption between them keeps at least three columns
+    // of bare panel from each, on every row it could reach.
+    const QImage main = Load(GamePath("data/0.bmp"));
+    ASSERT_EQ(main.size(), QSize(750, 561));
+    auto bare = [&](int x, int y) {
+        const QRgb c = main.pixel(x, y);
+        return std::abs(qRed(c) - 40) <= 6 && std::abs(qGreen(c) - 70) <= 6 && std::abs(qBlue(c) - 75) <= 6;
+    };
+    for (int y = 101; y < 128; ++y) {
+        for (int x : {625, 626, 627, 671, 672, 673}) {
+            EXPECT_TRUE(bare(x, y)) << x << "," << y;
+        }
+    }
+    // And the caption is there: some ink between the margins.
+    int ink = 0;
+    for (int y = 101; y < 128; ++y)
+        for (int x = 628; x < 671; ++x) ink += bare(x, y) ? 0 : 1;
+    EXPECT_GT(ink, 50);
+}
