@@ -38,8 +38,11 @@ bool ShowScreenCopyAsBackground(QWidget& window, const QRect& area) {
     xcb_create_pixmap(connection, screen->root_depth, copy, screen->root, static_cast<std::uint16_t>(area.width()),
                       static_cast<std::uint16_t>(area.height()));
     const xcb_gcontext_t gc = xcb_generate_id(connection);
-    const std::uint32_t values[] = {XCB_SUBWINDOW_MODE_INCLUDE_INFERIORS};
-    xcb_create_gc(connection, gc, copy, XCB_GC_SUBWINDOW_MODE, values);
+    const std::uint32_t values[] = {screen->black_pixel, XCB_SUBWINDOW_MODE_INCLUDE_INFERIORS};
+    xcb_create_gc(connection, gc, copy, XCB_GC_FOREGROUND | XCB_GC_SUBWINDOW_MODE, values);
+    // Black where the area reaches past the screen's edge, which the copy leaves as it was.
+    const xcb_rectangle_t whole{0, 0, static_cast<std::uint16_t>(area.width()), static_cast<std::uint16_t>(area.height())};
+    xcb_poly_fill_rectangle(connection, copy, gc, 1, &whole);
     xcb_copy_area(connection, screen->root, copy, gc, static_cast<std::int16_t>(area.x()),
                   static_cast<std::int16_t>(area.y()), 0, 0, static_cast<std::uint16_t>(area.width()),
                   static_cast<std::uint16_t>(area.height()));
