@@ -6,8 +6,9 @@
 // be cleared. The search is a beam search over PlayBoard states, widened step by step
 // (1, 2, 4, ... states per depth) until a clear is found or the time budget is spent;
 // each width is tried in a few styles in turn (the plain beam, one that widens further
-// as the boards shrink, one that weighs far colours more), because which of them finds
-// a large level's clear first varies from level to level.
+// as the boards shrink, one that weighs far colours more, two that spare one of the
+// commonest colours for the end), because which of them finds a large level's clear
+// first varies from level to level.
 // Each depth keeps the distinct boards that look closest to a clear (BoardFeatures):
 //  - a board with a colour of exactly one brick left is dead and is dropped;
 //  - otherwise each lone brick costs by how many bricks stand in the way of the
