@@ -3,7 +3,6 @@
 #include "BoardFeatures.h"
 
 #include <algorithm>
-#include <iterator>
 #include <chrono>
 #include <random>
 #include <unordered_set>
@@ -43,19 +42,13 @@ constexpr int MaxWidening = 16;
 // How one pass searches. Which of them clears a large level first varies from level
 // to level, and a pass that misses tends to miss at every width, so each width is tried
 // in every style in turn: the plain beam, the beam that widens as the boards shrink,
-// the widening beam that weighs the distance of lone bricks from their colour twice as
-// much, and two widening beams that each spare one of the two commonest colours.
-// Sparing a colour means a click on it costs a few groups more while other colours
-// are left: its bricks then mostly stay on the board and run together as the others
-// go, so it can be cleared in a few large groups at the end instead of being broken
-// up early into pieces that strand.
+// and the widening beam that weighs the distance of lone bricks from their colour
+// twice as much.
 struct Style {
     double distanceFactor;
     int widening;
-    int spared;   // -1, or the rank by brick count (0 the commonest) of the colour spared
 };
-constexpr Style Styles[] = {{1.0, 1, -1}, {1.0, MaxWidening, -1}, {2.0, MaxWidening, -1}, {1.0, MaxWidening, 0}, {1.0, MaxWidening, 1}};
-constexpr double SparedPenalty = 3.0;
+constexpr Style Styles[] = {{1.0, 1}, {1.0, MaxWidening}, {2.0, MaxWidening}};
 
 struct Step {
     int parent;   // index in the previous depth's states
@@ -126,7 +119,7 @@ public:
         : start(from), weights(options.weights), endWeights(options.weights), deadline(until), rng(options.seed), endgame(endgameStates, endWeights) {}
 
     // One pass at the given width. Gives true and fills `result` on a clear.
-    bool Run(int width, const Weights& style, int widening, int sparedColour, SolveResult& result);
+    bool Run(int width, const Weights& style, int widening, SolveResult& result);
     PassReport report;
 
 private:
@@ -152,12 +145,10 @@ private:
     std::vector<ColumnParts> stateParts;
     ColumnParts childParts;
     std::vector<Group> groups;
-    int spared = -1;
 };
 
-bool BeamSearch::Run(int width, const Weights& style, int widening, int sparedColour, SolveResult& result) {
+bool BeamSearch::Run(int width, const Weights& style, int widening, SolveResult& result) {
     weights = style;
-    spared = sparedColour;
     std::vector<PlayBoard> states{start};
     stateParts.clear();
     std::vector<std::vector<Step>> trail;   // trail[d][i]: how state i of depth d + 1 came about
@@ -224,13 +215,7 @@ bool BeamSearch::Expand(const std::vector<PlayBoard>& states, std::vector<Candid
                 return true;
             }
             if (f.dead) continue;
-            double score = f.Estimate(weights) + noise(rng);
-            if (g.value == spared) {
-                // The first depth's children are measured whole, without their parts.
-                const bool sparedLeft = !stateParts.empty() && childParts.counts[static_cast<std::size_t>(spared)] > 0;
-                if (f.coloursLeft > (sparedLeft ? 1 : 0)) score += SparedPenalty;
-            }
-            next.push_back(Candidate{score, static_cast<int>(i), g.at});
+            next.push_back(Candidate{f.Estimate(weights) + noise(rng), static_cast<int>(i), g.at});
         }
         if ((i & 7) == 7 && Clock::now() > deadline) return false;
     }
@@ -282,20 +267,11 @@ SolveResult SolveLevel(const PlayBoard& start, const SolveOptions& options) {
     const auto deadline = Clock::now() + std::chrono::duration_cast<Clock::duration>(
                                              std::chrono::duration<double>(seconds));
     BeamSearch search(start, options, deadline);
-    // Colours by how many bricks they have, most first, for the styles that spare one.
-    const auto counts = start.ValueCounts();
-    std::vector<int> byCount;
-    for (int v = 0; v <= 10; ++v)
-        if (counts[static_cast<std::size_t>(v)] > 0) byCount.push_back(v);
-    std::stable_sort(byCount.begin(), byCount.end(), [&](int a, int b) { return counts[static_cast<std::size_t>(a)] > counts[static_cast<std::size_t>(b)]; });
     for (int width = std::max(1, options.firstWidth); width <= options.maxWidth; width *= 2) {
-        for (int si = 0; si < static_cast<int>(std::size(Styles)); ++si) {
-            const Style& style = Styles[si];
+        for (const Style& style : Styles) {
             Weights weights = options.weights;
             weights.distance *= style.distanceFactor;
-            const bool spares = style.spared >= 0 && style.spared < static_cast<int>(byCount.size());
-            const int sparedColour = spares ? byCount[static_cast<std::size_t>(style.spared)] : -1;
-            if (search.Run(width, weights, style.widening, sparedColour, result)) {
+            if (search.Run(width, weights, style.widening, result)) {
                 result.solved = true;
                 result.width = width;
                 return result;
