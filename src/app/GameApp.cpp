@@ -25,6 +25,7 @@
 #include "about/qt/frmDsk.h"
 #include "session/qt/MenuLook.h"
 #include "session/qt/frmMain.h"
+#include "support/StartupMemory.h"
 #include "support/StartupTrace.h"
 #include "support/ZenkorModule.h"
 #include "support/platform/SeededRandom.h"
@@ -40,9 +41,6 @@
 #include <QPointer>
 #include <QScreen>
 
-#if defined(__GLIBC__)
-#include <malloc.h>
-#endif
 
 namespace tolva {
 namespace {
@@ -194,13 +192,7 @@ void GameApp::LoadUnseenPictures() {
     // still covers the window.
     board_->LoadResources();
     window_->LoadGamePictures();
-#if defined(__GLIBC__)
-    // The start-up's buffers are freed by now: their pages go back to the system, and
-    // from here on a large picture has a mapping of its own again, returned when it goes.
-    malloc_trim(0);
-    mallopt(M_MMAP_THRESHOLD, 256 << 10);
-    mallopt(M_TRIM_THRESHOLD, 1 << 20);
-#endif
+    EndStartupMemory();
     StartupTrace::Mark("the pictures a game shows");
 }
 

@@ -14,8 +14,8 @@
 // On X11 the server copies the screen into the window's background and draws it; on
 // other window systems the copy is grabbed and painted. Where the window system gives a
 // program no picture of the screen (Wayland, offscreen), the effect runs with an empty,
-// black window. Both timers come from the EventLoop seam,
-// so tests fall on the virtual clock.
+// black window. Both timers come from the EventLoop seam, so tests fall on the virtual
+// clock.
 #include "support/platform/EventLoop.h"
 
 #include <QPixmap>

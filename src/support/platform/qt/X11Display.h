@@ -1,7 +1,7 @@
 #pragma once
 // The few things the game asks of the X server directly, where Qt's own way costs the
-// start-up time that the player waits for. Each one does nothing (and says so) on any
-// other window system, where the caller keeps to Qt's way.
+// start-up time that the player waits for. On any other window system Flush does nothing
+// and ShowScreenCopyAsBackground answers false, and the caller keeps to Qt's way.
 #include <QPixmap>
 #include <QRect>
 
