@@ -1,6 +1,7 @@
 #include "support/platform/qt/QtPictureHolder.h"
 
 #include "support/ZenkorModule.h"
+#include "support/platform/qt/PlainBmp.h"
 #include "support/platform/qt/QtPictureView.h"
 #include "support/platform/qt/RawPicture.h"
 
@@ -48,13 +49,18 @@ bool QtPictureHolder::LoadFile(const std::string& storedPath) {
     FileRead opened = FileRead::Missing;
     const int fd = OpenFileWithin(storedPath, MaxPictureBytes, opened);
     if (fd < 0) return false;
+    if (QImage plain = ReadPlainBmp(fd, MaxSide); !plain.isNull()) {
+        ::close(fd);
+        SetImage(plain);
+        return true;
+    }
     QFile file;
     if (!file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
         ::close(fd);
         return false;
     }
     QImageReader reader(&file);
-    // The game's pictures are BMP files, which Qt reads itself. Naming the format spares
+    // Any other BMP is read by Qt. Naming the format spares
     // the reader a probe of every image plug-in installed, which would load each of them
     // at the first picture; anything else is still recognised from its content.
     if (file.peek(2) == "BM") {

@@ -1,0 +1,81 @@
+#include "support/platform/qt/PlainBmp.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdint>
+#include <cstring>
+#include <unistd.h>
+#include <vector>
+
+namespace tolva {
+namespace {
+
+constexpr std::size_t FileHeadBytes = 14;
+constexpr std::size_t InfoHeadBytes = 40;
+constexpr std::size_t ChunkBytes = 64 * 1024;
+
+std::uint32_t U32(const unsigned char* at) {
+    return static_cast<std::uint32_t>(at[0]) | static_cast<std::uint32_t>(at[1]) << 8 |
+           static_cast<std::uint32_t>(at[2]) << 16 | static_cast<std::uint32_t>(at[3]) << 24;
+}
+
+std::uint16_t U16(const unsigned char* at) { return static_cast<std::uint16_t>(at[0] | at[1] << 8); }
+
+// Reads exactly `size` bytes unless the file ends first; the count read.
+std::size_t ReadFully(int fd, unsigned char* into, std::size_t size) {
+    std::size_t done = 0;
+    while (done < size) {
+        const ssize_t got = ::read(fd, into + done, size - done);
+        if (got < 0 && errno == EINTR) continue;
+        if (got <= 0) break;
+        done += static_cast<std::size_t>(got);
+    }
+    return done;
+}
+
+QImage Decline(int fd) {
+    ::lseek(fd, 0, SEEK_SET);
+    return {};
+}
+
+} // namespace
+
+QImage ReadPlainBmp(int fd, int maxSide) {
+    std::array<unsigned char, FileHeadBytes + InfoHeadBytes> head{};
+    if (ReadFully(fd, head.data(), head.size()) != head.size()) return Decline(fd);
+    const unsigned char* info = head.data() + FileHeadBytes;
+    const std::uint32_t pixelsAt = U32(head.data() + 10);
+    const std::uint32_t infoSize = U32(info);
+    const auto width = static_cast<std::int32_t>(U32(info + 4));
+    const auto rawHeight = static_cast<std::int32_t>(U32(info + 8));
+    const bool plain = head[0] == 'B' && head[1] == 'M' && infoSize >= InfoHeadBytes && infoSize <= 124 &&
+                       U16(info + 12) == 1 && U16(info + 14) == 24 && U32(info + 16) == 0;
+    if (!plain || width <= 0 || rawHeight == 0 || rawHeight == INT32_MIN) return Decline(fd);
+    const bool topDown = rawHeight < 0;
+    const std::int32_t height = topDown ? -rawHeight : rawHeight;
+    if (width > maxSide || height > maxSide || pixelsAt < FileHeadBytes + infoSize) return Decline(fd);
+    if (::lseek(fd, static_cast<off_t>(pixelsAt), SEEK_SET) != static_cast<off_t>(pixelsAt)) return Decline(fd);
+
+    QImage image(width, height, QImage::Format_RGB32);
+    if (image.isNull()) return Decline(fd);
+    // Rows are padded to four bytes; the file holds them bottom row first unless the
+    // height is negative. They are read a chunk of whole rows at a time.
+    const std::size_t rowBytes = (static_cast<std::size_t>(width) * 3 + 3) & ~std::size_t{3};
+    const std::size_t rowsPerChunk = std::max<std::size_t>(1, ChunkBytes / rowBytes);
+    std::vector<unsigned char> chunk(rowsPerChunk * rowBytes);
+    for (std::int32_t row = 0; row < height;) {
+        const auto rows = static_cast<std::int32_t>(std::min<std::size_t>(rowsPerChunk, static_cast<std::size_t>(height - row)));
+        const std::size_t bytes = static_cast<std::size_t>(rows) * rowBytes;
+        if (ReadFully(fd, chunk.data(), bytes) != bytes) return Decline(fd);
+        for (std::int32_t i = 0; i < rows; ++i, ++row) {
+            const unsigned char* in = chunk.data() + static_cast<std::size_t>(i) * rowBytes;
+            auto* out = reinterpret_cast<QRgb*>(image.scanLine(topDown ? row : height - 1 - row));
+            for (std::int32_t x = 0; x < width; ++x, in += 3)
+                out[x] = 0xFF000000u | static_cast<QRgb>(in[2]) << 16 | static_cast<QRgb>(in[1]) << 8 | in[0];
+        }
+    }
+    return image;
+}
+
+} // namespace tolva
