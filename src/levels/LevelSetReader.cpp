@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <istream>
 #include <sstream>
 #include <string_view>
@@ -29,9 +30,11 @@ public:
             Fill();
             if (pos >= size) return true;
             const char* start = buffer.data() + pos;
-            const char* stop = start;
             const char* end = buffer.data() + size;
-            while (stop < end && *stop != '\n' && *stop != '\r') ++stop;
+            // The line ends at the first LF or CR; the CR is looked for only up to the LF.
+            const char* stop = static_cast<const char*>(std::memchr(start, '\n', static_cast<std::size_t>(end - start)));
+            if (stop == nullptr) stop = end;
+            if (const void* cr = std::memchr(start, '\r', static_cast<std::size_t>(stop - start))) stop = static_cast<const char*>(cr);
             line.append(start, stop);
             pos += static_cast<std::size_t>(stop - start);
             if (stop == end) continue;
@@ -67,9 +70,16 @@ std::string Lower(std::string text) {
     return text;
 }
 
-bool StartsWith(const std::string& line, const char* key) {
-    const std::string k(key);
-    return line.size() >= k.size() && Lower(line.substr(0, k.size())) == k;
+// Whether `line` starts with the lower-case `key`, in any case. Every line of a set is
+// asked this several times, so it copies nothing.
+bool StartsWith(std::string_view line, std::string_view key) {
+    if (line.size() < key.size()) return false;
+    for (std::size_t i = 0; i < key.size(); ++i) {
+        char c = line[i];
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+        if (c != key[i]) return false;
+    }
+    return true;
 }
 
 bool IsSetName(const std::string& line) { return StartsWith(line, "levelset"); }
@@ -79,9 +89,27 @@ bool IsSpellRow(const std::string& line) { return StartsWith(line, "s"); }
 bool IsChecksumLine(const std::string& line) { return StartsWith(line, "checksum"); }
 
 // The text behind the first "="; a line without one has nothing behind it.
-std::string AfterEquals(const std::string& line) {
+std::string_view AfterEquals(std::string_view line) {
     const auto eq = line.find('=');
-    return eq == std::string::npos ? std::string() : line.substr(eq + 1);
+    return eq == std::string_view::npos ? std::string_view() : line.substr(eq + 1);
+}
+
+// A field of at most four digits, with or without a minus: its value without a detour
+// through doubles. Nearly every cell of every set is one.
+inline bool SmallWholeNumber(std::string_view text, std::int16_t& value) {
+    const bool negative = text.starts_with('-');
+    const std::size_t digits = text.size() - (negative ? 1 : 0);
+    if (digits == 0 || digits > 4) return false;
+    int number = 0;
+    for (std::size_t pos = negative ? 1 : 0; pos < text.size(); ++pos) {
+        const char c = text[pos];
+        if (c < '0' || c > '9') return false;
+        number = number * 10 + (c - '0');
+    }
+    // A negative zero goes Val's way, so that what is summed is Val's value to the sign.
+    if (negative && number == 0) return false;
+    value = static_cast<std::int16_t>(negative ? -number : number);
+    return true;
 }
 
 } // namespace
@@ -153,7 +181,7 @@ LevelSetLoad LevelSetReader::Scan(std::istream* file) {
         if (!restart && !source.Read(line)) break;
         restart = false;
         if (IsSetName(line)) {
-            load.SetName = AfterEquals(line);
+            load.SetName = std::string(AfterEquals(line));
             load.SetNameFound = true;
             if (hooks) hooks->SetTitle("TOLVA II  -  [" + load.SetName + "]");
         }
@@ -193,7 +221,8 @@ void LevelSetReader::ReadLevel(LevelSetLineSource& source, int n, bool& restart)
 
 void LevelSetReader::ReadRows(LevelSetLineSource& source, int n, bool& restart) {
     for (int y = 0; y < MaxBricks; ++y) {
-        std::string brickText, spellText;
+        brickText.clear();
+        spellText.clear();
         // Past the end of the file the last line stays; were it a level head, it would
         // start the same level again and again. The file is over, and so is the scan.
         if (!LinePending && !source.Read(line) && IsLevelHead(line)) return;
@@ -217,7 +246,7 @@ void LevelSetReader::ReadRows(LevelSetLineSource& source, int n, bool& restart) 
     }
 }
 
-void LevelSetReader::ParseRow(int Level, int Row, const std::string& Dta, bool ParseSpell) {
+void LevelSetReader::ParseRow(int Level, int Row, std::string_view Dta, bool ParseSpell) {
     const bool stored = Level >= 1 && Level <= MaxLevels && Row >= 0 && Row < MaxBricks;
     CellGrid* grid = nullptr;
     if (stored) {
@@ -226,18 +255,32 @@ void LevelSetReader::ParseRow(int Level, int Row, const std::string& Dta, bool P
     }
     // Fields are split at commas; the row's last character always belongs to the last
     // field, even a comma, which then reads as a field "," of value 0.
-    long field = -1;
-    std::size_t start = 0;
-    const std::size_t last = Dta.size() - 1;
-    for (std::size_t i = 0; i < Dta.size(); ++i) {
-        if (Dta[i] != ',' && i != last) continue;
-        const std::string_view text(Dta.data() + start, (i == last ? Dta.size() : i) - start);
-        start = i + 1;
-        ++field;
-        const double value = FieldValue(text);
-        if (grid && field < MaxBricks) (*grid)(static_cast<int>(field), Row) = CInt(value);
+    if (Dta.empty()) return;
+    const char* const begin = Dta.data();
+    const char* const last = begin + Dta.size() - 1;
+    const char* start = begin;
+    for (int field = 0;; ++field) {
+        const char* stop = start;
+        while (stop < last && *stop != ',') ++stop;
+        const bool final = stop == last;
+        const std::string_view text(start, static_cast<std::size_t>((final ? last + 1 : stop) - start));
+        std::int16_t cell = 0;
+        double value = 0;
+        if (SmallWholeNumber(text, cell)) {
+            value = cell;
+        } else {
+            value = FieldValue(text);
+            cell = CInt(value);
+        }
+        if (grid && field < MaxBricks) (*grid)(field, Row) = cell;
         LevelChecksum += value * (Row + field);
+        if (final) return;
+        start = stop + 1;
     }
+}
+
+bool LevelSetReader::SmallWholeField(std::string_view text, std::int16_t& value) {
+    return SmallWholeNumber(text, value);
 }
 
 double LevelSetReader::FieldValue(std::string_view text) {
@@ -261,7 +304,7 @@ double LevelSetReader::FieldValue(std::string_view text) {
 void LevelSetReader::CheckIntegrity(LevelSetLoad& load, const std::string& lastLine) const {
     if (IsChecksumLine(lastLine)) {
         load.ChecksumLineFound = true;
-        load.StoredChecksum = Trim(DecryptNumber(AfterEquals(lastLine), load.SetKey));
+        load.StoredChecksum = Trim(DecryptNumber(std::string(AfterEquals(lastLine)), load.SetKey));
     }
     if (!load.DefaultSet) {
         load.Integrity = LevelSetIntegrity::NotChecked;

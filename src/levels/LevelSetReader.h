@@ -71,9 +71,12 @@ public:
     LevelSetLoad Load(std::istream& file);
 
     // One row text into level `Level` (1-based), row `Row`; spell grid or brick grid.
-    void ParseRow(int Level, int Row, const std::string& Dta, bool ParseSpell);
+    void ParseRow(int Level, int Row, std::string_view Dta, bool ParseSpell);
     // The value of one field of a row, as Val reads it.
     static double FieldValue(std::string_view text);
+    // A field that is a plain whole number of at most four digits, as most are: true with
+    // its value, which is then exactly what CInt(FieldValue(text)) gives.
+    static bool SmallWholeField(std::string_view text, std::int16_t& value);
 
     bool IsDefault() const { return IsDefault(LevelSetPath); }
     // True if the lower-cased path ends in "default" or "default\".
@@ -90,6 +93,7 @@ private:
     LevelModule& game;
     LevelSetHooks* hooks;
     std::string line;
+    std::string brickText, spellText;   // kept between rows so that their room is reused
     bool LinePending = false;
     int cutSides = 0;
 };

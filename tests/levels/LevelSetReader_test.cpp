@@ -210,12 +210,24 @@ TEST(LevelSetReader, UntrustedValuesStayInsideTheGrids) {
 TEST(LevelSetReader, FieldsReadDirectlyAgreeWithVal) {
     // Plain whole numbers take the direct way; everything else goes through Val. Both
     // must give the same value, sign of a zero included, or the set's sum would change.
-    for (const char* text : {"0", "7", "-1", "-0", "12", "999999999", "1000000000", "-999999999", "", "-", "+5",
+    for (const char* text : {"0", "7", "-1", "-0", "12", "9999", "-9999", "10000", "32767", "999999999", "1000000000", "-999999999", "", "-", "+5",
                              " 5", "5 ", "1.5", "2e3", "&H10", "x", ",", "3,", "00012", "-00", "4a"}) {
         const double direct = LevelSetReader::FieldValue(text);
         const double val = Val(text);
         EXPECT_EQ(direct, val) << '"' << text << '"';
         EXPECT_EQ(std::signbit(direct), std::signbit(val)) << '"' << text << '"';
+        std::int16_t small = 0;
+        if (LevelSetReader::SmallWholeField(text, small)) {
+            EXPECT_EQ(small, CInt(val)) << '"' << text << '"';
+            EXPECT_EQ(static_cast<double>(small), val) << '"' << text << '"';
+            EXPECT_FALSE(std::signbit(val)  && small == 0) << '"' << text << '"';
+        }
+    }
+    // The cells of nearly every set take the shortest way of all.
+    for (const char* text : {"0", "7", "-1", "12", "9999", "-9999", "0012"}) {
+        std::int16_t small = 0;
+        EXPECT_TRUE(LevelSetReader::SmallWholeField(text, small)) << '"' << text << '"';
+        EXPECT_EQ(small, CInt(Val(text))) << '"' << text << '"';
     }
     // A row's last character always joins its last field, a comma too: "1,2," has two
     // fields, "1" and "2,", worth 1 and 2, and the third cell keeps what it held. The
