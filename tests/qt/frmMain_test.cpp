@@ -17,6 +17,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QMenu>
 #include <QTimer>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -331,4 +332,38 @@ TEST(frmMain, TheRightButtonOnTheBoardIsTheBoardsAndOnTheSurfaceOpensGame) {
     QTest::mouseClick(&window, Qt::RightButton, {}, QPoint(530, 300));
     EXPECT_TRUE(window.GameMenu().isVisible());
     window.GameMenu().close();
+}
+
+TEST(frmMain, TheJumpListIsMadeWhenOpenedAndFollowsTheSet) {
+    TestWindow t("[main]\r\nanidraw=0\r\nplaysounds=0\r\n");
+    auto [folder, game, dialogs, app] = t.Parts();
+    frmMain& window = app.Window();
+    ASSERT_TRUE(app.Start(1));
+    // The menus are not the window's children, so that nothing measures them before
+    // they open; the window still owns them.
+    EXPECT_TRUE(window.findChildren<QMenu*>().isEmpty());
+    QMenu* jump = nullptr;
+    for (QAction* action : window.CheatMenuHead().actions())
+        if (action->menu() != nullptr && action->text() == "Jump to level") jump = action->menu();
+    ASSERT_NE(jump, nullptr);
+    EXPECT_TRUE(jump->actions().isEmpty());
+
+    emit jump->aboutToShow();
+    const QList<QAction*> entries = jump->actions();
+    ASSERT_EQ(entries.size(), MaxLevels);
+    EXPECT_EQ(entries[0]->text(), "(1) - " + QString::fromStdString(game->Levels[0].LevelName));
+    EXPECT_TRUE(entries[99]->isVisible());
+
+    // A caption set after the list was made reaches its entry at once; an empty one hides it.
+    window.SetLevelMenuEntry(99, "");
+    EXPECT_FALSE(entries[99]->isVisible());
+    window.SetLevelMenuEntry(99, "(100) - Last");
+    EXPECT_EQ(entries[99]->text(), "(100) - Last");
+    EXPECT_TRUE(entries[99]->isVisible());
+    emit jump->aboutToShow();
+    EXPECT_EQ(jump->actions().size(), MaxLevels);
+
+    entries[4]->trigger();
+    EXPECT_TRUE(app.Session().GameRunning);
+    EXPECT_EQ(game->CurLevelNo, 5);
 }

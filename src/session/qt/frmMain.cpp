@@ -248,9 +248,8 @@ void frmMain::SetTitle(const std::string& title) { setWindowTitle(FromBytes(titl
 
 void frmMain::SetLevelMenuEntry(int index, const std::string& caption) {
     if (index < 0 || index >= MaxLevels) return;
-    QAction* entry = mnuLevList_[static_cast<std::size_t>(index)];
-    entry->setText(FromBytes(caption));
-    entry->setVisible(!caption.empty());
+    levelCaptions_[static_cast<std::size_t>(index)] = FromBytes(caption);
+    ShowLevelEntry(index);
 }
 
 void frmMain::SetSpellToolTip(int spellNo, const std::string& name) {

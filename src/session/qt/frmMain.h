@@ -25,6 +25,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <vector>
 
 namespace tolva {
 
@@ -114,6 +115,9 @@ private:
     void MakeSpellBar();
     void MakeMenus();
     void MakeOptionsMenu();
+    QMenu* OwnMenu(const QString& title);
+    void FillLevelList();
+    void ShowLevelEntry(int index);
     QAction* WindowEntry(QMenu* menu, const QString& caption, GameWindow window);
     QLabel* MakeLabel(const QString& text, int pixelSize, const QColor& colour, bool bold = true);
     void LoadButtonPictures(Ebutton& button, const char* out, const char* over, const char* label);
@@ -150,12 +154,14 @@ private:
     QLabel* lbLevelCode_ = nullptr;
     QPixmap spellCursor_;
 
+    std::vector<std::unique_ptr<QMenu>> ownMenus_;   // the top menus; see MakeMenus
     QMenu* gameMenu_ = nullptr;
     QMenu* optionsMenu_ = nullptr;
     QMenu* cheatMenu_ = nullptr;
     QMenu* levList_ = nullptr;
     QMenu* levelSets_ = nullptr;
-    std::array<QAction*, MaxLevels> mnuLevList_{};
+    std::array<QAction*, MaxLevels> mnuLevList_{};   // made when the list is first opened
+    std::array<QString, MaxLevels> levelCaptions_{};
     QAction* mnuEndGame_ = nullptr;
     QAction* NewGameWithLevelCode_ = nullptr;
     QAction* mnuSubmitInternetHiscore_ = nullptr;

@@ -46,7 +46,10 @@ std::int16_t ClassicKeyCode(const QKeyEvent& event) {
 } // namespace
 
 void frmMain::MakeMenus() {
-    gameMenu_ = new QMenu("Game", this);
+    // The menus are windows of their own, owned by frmMain but not its children: a child
+    // would be sized, every entry measured, whenever the window's own picture is drawn
+    // (the mascot copies it at its first show), long before anyone opens a menu.
+    gameMenu_ = OwnMenu("Game");
     gameMenu_->addAction("New game", this, [this] {
         if (routes_.Session) routes_.Session->NewGameMnu_Click();
     });
@@ -66,14 +69,12 @@ void frmMain::MakeMenus() {
     gameMenu_->addSeparator();
     gameMenu_->addAction("Exit", this, &frmMain::ExitNow);
 
-    cheatMenu_ = new QMenu("CheatMenu", this);
+    cheatMenu_ = OwnMenu("CheatMenu");
     levList_ = cheatMenu_->addMenu("Jump to level");
-    for (int i = 0; i < MaxLevels; ++i) {
-        mnuLevList_[static_cast<std::size_t>(i)] = levList_->addAction("", this, [this, i] {
-            if (routes_.Session) routes_.Session->mnuLevList_Click(static_cast<std::int16_t>(i));
-        });
-        mnuLevList_[static_cast<std::size_t>(i)]->setVisible(false);
-    }
+    // The hundred entries are made when the list is first opened: until then only their
+    // captions are kept, so start-up neither builds nor measures a list that is seen
+    // only in cheat mode.
+    connect(levList_, &QMenu::aboutToShow, this, &frmMain::FillLevelList);
     cheatMenu_->addAction("Play Sound...", this, [this] {
         if (routes_.Session) routes_.Session->mnuPlaySound_Click();
     });
@@ -109,8 +110,34 @@ void frmMain::MakeMenus() {
     });
 }
 
+QMenu* frmMain::OwnMenu(const QString& title) {
+    ownMenus_.push_back(std::make_unique<QMenu>(title));
+    return ownMenus_.back().get();
+}
+
+void frmMain::FillLevelList() {
+    for (int i = 0; i < MaxLevels; ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        if (mnuLevList_[at] == nullptr) {
+            mnuLevList_[at] = levList_->addAction(QString(), this, [this, i] {
+                if (routes_.Session) routes_.Session->mnuLevList_Click(static_cast<std::int16_t>(i));
+            });
+        }
+        ShowLevelEntry(i);
+    }
+}
+
+void frmMain::ShowLevelEntry(int index) {
+    const auto at = static_cast<std::size_t>(index);
+    QAction* entry = mnuLevList_[at];
+    if (entry == nullptr) return;
+    const QString& caption = levelCaptions_[at];
+    if (entry->text() != caption) entry->setText(caption);
+    entry->setVisible(!caption.isEmpty());
+}
+
 void frmMain::MakeOptionsMenu() {
-    optionsMenu_ = new QMenu("mnuOptions", this);
+    optionsMenu_ = OwnMenu("mnuOptions");
     WindowEntry(optionsMenu_, "Settings...", GameWindow::Settings);
     optionsMenu_->addSeparator();
     WindowEntry(optionsMenu_, "Levels statistics...", GameWindow::Statistics);
