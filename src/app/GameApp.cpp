@@ -181,6 +181,8 @@ void GameApp::LoadGfx() {
     window_->ShowLoading();
     loop_.DoEvents();
     StartupTrace::Mark("loading window shown");
+    // The false desktop's picture, made by the X server while the game loads.
+    x11::PrepareScreenCopy(window_->frameGeometry().size());
     board_->SetBackPicture(*eBack_);
     window_->LoadGfx();
 }
