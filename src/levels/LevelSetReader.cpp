@@ -169,7 +169,7 @@ LevelSetLoad LevelSetReader::Scan(std::istream* file) {
     load.FileFound = file != nullptr;
     load.DefaultSet = IsDefault(LevelSetPath);
     load.SetKey = SetKeyFor(LevelSetPath);
-    for (auto& record : game.Levels) record = LevelRecord();
+    for (auto& record : game.Levels) record.Clear();
     LevelChecksum = 0;
     line.clear();
     LinePending = false;

@@ -47,7 +47,15 @@ struct LevelRecord {
     std::string levelgfxfolder;     // the level's picture folder under the set, may be empty
     CellGrid SpellGrid;             // hidden spell under each brick, -1 for none
 
-    LevelRecord() { BrickGrid.Fill(CellEmpty); SpellGrid.Fill(NoSpell); }
+    LevelRecord() { Clear(); }
+    // Back to a free slot, in place.
+    void Clear() {
+        LevelName.clear();
+        levelbricks = 10;
+        BrickGrid.Fill(CellEmpty);
+        levelgfxfolder.clear();
+        SpellGrid.Fill(NoSpell);
+    }
 };
 
 struct LevelModule {
