@@ -4,6 +4,7 @@
 #include "hiscores/qt/frmHiscore.h"
 
 #include <QFontMetrics>
+#include <QGlyphRun>
 #include <QLabel>
 #include <QPainter>
 #include <QPixmap>
@@ -27,11 +28,31 @@ QColor HiscoreDisplay::FromBgr(std::int32_t colour) {
 }
 
 void HiscoreDisplay::DrawCells(QPainter& painter, int x, int y, const std::string& text) const {
+    // One run of glyphs per text, each glyph at the left of its own cell. Laying the text
+    // out a character at a time cost more than all the rest of the table.
+    if (!glyphs_.isValid()) glyphs_ = QRawFont::fromFont(font_);
     const int baseline = y + 1 + QFontMetrics(font_).ascent();
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const QChar c = QChar::fromLatin1(text[i]);
-        if (c != u' ') painter.drawText(x + static_cast<int>(i) * CellWidth, baseline, QString(c));
+    const QString chars = QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+    const QList<quint32> indexes = glyphs_.glyphIndexesForString(chars);
+    QList<quint32> shown;
+    QList<QPointF> at;
+    for (qsizetype i = 0; i < chars.size(); ++i) {
+        if (chars[i] == u' ') continue;
+        const QPointF cell(x + static_cast<int>(i) * CellWidth, baseline);
+        if (i < indexes.size() && indexes[i] != 0) {
+            shown.append(indexes[i]);
+            at.append(cell);
+        } else {
+            // A character the font lacks is left to the text layout, which finds it elsewhere.
+            painter.drawText(cell, QString(chars[i]));
+        }
     }
+    if (shown.isEmpty()) return;
+    QGlyphRun run;
+    run.setRawFont(glyphs_);
+    run.setGlyphIndexes(shown);
+    run.setPositions(at);
+    painter.drawGlyphRun(QPointF(0, 0), run);
 }
 
 void HiscoreDisplay::Print(const Hiscores& table, std::int16_t highlightPlace, std::int32_t highlightColor,

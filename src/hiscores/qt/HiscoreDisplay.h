@@ -19,6 +19,7 @@
 
 #include <QFont>
 #include <QImage>
+#include <QRawFont>
 #include <QPointer>
 #include <QRect>
 
@@ -55,6 +56,7 @@ private:
     QPointer<QLabel> target_;
     std::function<QRect()> boardOnScreen_;
     QFont font_;
+    mutable QRawFont glyphs_;   // font_'s glyphs, set into cells without any text layout
     QImage picture_;
 };
 
