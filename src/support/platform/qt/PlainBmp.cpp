@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
@@ -13,7 +14,7 @@ namespace {
 
 constexpr std::size_t FileHeadBytes = 14;
 constexpr std::size_t InfoHeadBytes = 40;
-constexpr std::size_t ChunkBytes = 64 * 1024;
+constexpr std::size_t ChunkBytes = 32 * 1024;
 
 std::uint32_t U32(const unsigned char* at) {
     return static_cast<std::uint32_t>(at[0]) | static_cast<std::uint32_t>(at[1]) << 8 |
@@ -32,6 +33,27 @@ std::size_t ReadFully(int fd, unsigned char* into, std::size_t size) {
         done += static_cast<std::size_t>(got);
     }
     return done;
+}
+
+// One row of blue-green-red triples as 0xFFRRGGBB. Read as a little-endian word, a
+// triple already is 0x..RRGGBB, so four pixels come out of three words.
+void ConvertRow(const unsigned char* in, QRgb* out, std::int32_t width) {
+    std::int32_t x = 0;
+    for (; x + 4 <= width; x += 4, in += 12) {
+        std::uint32_t w[3];
+        std::memcpy(w, in, sizeof w);
+        if constexpr (std::endian::native == std::endian::little) {
+            out[x] = 0xFF000000u | (w[0] & 0xFFFFFFu);
+            out[x + 1] = 0xFF000000u | (w[0] >> 24) | ((w[1] & 0xFFFFu) << 8);
+            out[x + 2] = 0xFF000000u | (w[1] >> 16) | ((w[2] & 0xFFu) << 16);
+            out[x + 3] = 0xFF000000u | (w[2] >> 8);
+        } else {
+            for (int i = 0; i < 4; ++i)
+                out[x + i] = 0xFF000000u | static_cast<QRgb>(in[3 * i + 2]) << 16 | static_cast<QRgb>(in[3 * i + 1]) << 8 | in[3 * i];
+        }
+    }
+    for (; x < width; ++x, in += 3)
+        out[x] = 0xFF000000u | static_cast<QRgb>(in[2]) << 16 | static_cast<QRgb>(in[1]) << 8 | in[0];
 }
 
 QImage Decline(int fd) {
@@ -70,9 +92,7 @@ QImage ReadPlainBmp(int fd, int maxSide) {
         if (ReadFully(fd, chunk.data(), bytes) != bytes) return Decline(fd);
         for (std::int32_t i = 0; i < rows; ++i, ++row) {
             const unsigned char* in = chunk.data() + static_cast<std::size_t>(i) * rowBytes;
-            auto* out = reinterpret_cast<QRgb*>(image.scanLine(topDown ? row : height - 1 - row));
-            for (std::int32_t x = 0; x < width; ++x, in += 3)
-                out[x] = 0xFF000000u | static_cast<QRgb>(in[2]) << 16 | static_cast<QRgb>(in[1]) << 8 | in[0];
+            ConvertRow(in, reinterpret_cast<QRgb*>(image.scanLine(topDown ? row : height - 1 - row)), width);
         }
     }
     return image;
