@@ -27,6 +27,9 @@
 // original function did.
 #include "support/ZenkorDetail.h"
 #include "support/ZenkorModule.h"
+#include <unistd.h>
+#include <algorithm>
+#include <optional>
 
 #include <sys/stat.h>
 
@@ -194,25 +197,55 @@ std::string WithKeySet(std::string_view old, std::string_view section, std::stri
 } // namespace
 
 std::string ReadIni(const std::string& fileName, const std::string& section, const std::string& key) {
-    std::string bytes;
-    if (detail::ReadFileBytes(NativePath(fileName), bytes, MaxIniBytes) != FileRead::Ok) return {};
+    FileRead opened = FileRead::Missing;
+    std::size_t size = 0;
+    const int fd = detail::OpenRegularFile(NativePath(fileName), MaxIniBytes, opened, size);
+    if (fd < 0) return {};
     const std::string_view wantedSection = TrimBlanks(section);
     const std::string_view wantedKey = TrimBlanks(key);
 
-    // One pass: find the first section of the name, then its first key of the name.
-    const std::string_view all(bytes);
+    // One pass: find the first section of the name, then its first key of the name. The
+    // file is read a piece at a time and only as far as that section goes: a level set
+    // names itself in its first lines, and the hundred levels after them are not needed.
+    // Small files come in one piece of their own size.
+    const std::size_t piece = std::clamp<std::size_t>(size + 1, 512, 16 * 1024);
+    std::string pending;        // read and not yet taken as lines
+    std::size_t total = 0;
     bool inSection = false;
-    std::size_t start = 0;
-    while (start < all.size()) {
-        const IniLine line = ClassifyLine(NextLine(all, start));
-        if (line.kind == LineKind::Section) {
-            if (inSection) return {};
-            inSection = EqualsNoCase(line.name, wantedSection);
-        } else if (inSection && line.kind == LineKind::Key && EqualsNoCase(line.name, wantedKey)) {
-            return FinishValue(line.value);
+    bool atEnd = false;
+    std::optional<std::string> answer;
+    while (!answer) {
+        const std::size_t kept = pending.size();
+        pending.resize(kept + piece);
+        const ssize_t n = ::read(fd, pending.data() + kept, piece);
+        if (n < 0 && errno == EINTR) {
+            pending.resize(kept);
+            continue;
         }
+        if (n < 0) break;   // a read error: no value
+        pending.resize(kept + static_cast<std::size_t>(n));
+        total += static_cast<std::size_t>(n);
+        if (total > MaxIniBytes) break;   // grown past the bound while read: damaged
+        atEnd = n == 0;
+        // Whole lines only, except at the end, where the last line needs no line end.
+        // (With no line end yet, rfind's npos + 1 is 0: nothing is usable.)
+        const std::size_t usable = atEnd ? pending.size() : pending.rfind('\n') + 1;
+        const std::string_view lines(pending.data(), usable);
+        std::size_t start = 0;
+        while (start < lines.size() && !answer) {
+            const IniLine line = ClassifyLine(NextLine(lines, start));
+            if (line.kind == LineKind::Section) {
+                if (inSection) answer = std::string();
+                inSection = EqualsNoCase(line.name, wantedSection);
+            } else if (inSection && line.kind == LineKind::Key && EqualsNoCase(line.name, wantedKey)) {
+                answer = FinishValue(line.value);
+            }
+        }
+        if (atEnd) break;
+        pending.erase(0, lines.size());
     }
-    return {};
+    ::close(fd);
+    return answer.value_or(std::string());
 }
 
 bool WriteIni(const std::string& fileName, const std::string& section, const std::string& key,

@@ -178,3 +178,28 @@ TEST(ZenkorIni, OpaqueBytesRoundTripAndStoredPathsAreMapped) {
     ASSERT_TRUE(WriteIni(stored, highName, highName, everyByte));
     EXPECT_EQ(dir.Read("Sub/Round.ini"), once);
 }
+
+TEST(ZenkorIni, ReadsLargeFilesPieceByPieceAsIfWhole) {
+    // Large files are read a piece at a time and only as far as needed. Lines that cross
+    // a piece, a CR LF split between two pieces, a section far down the file, a last line
+    // without a line end and a section that ends before its key must all read as before.
+    TempFolder dir;
+    for (const std::size_t pad : {std::size_t{0}, std::size_t{16383}, std::size_t{16384}, std::size_t{16385}, std::size_t{40000}}) {
+        SCOPED_TRACE(pad);
+        std::string text = "[main]\r\nlevelset=Default" + std::string(pad % 7, ' ') + "\r\n";
+        text += "filler=" + std::string(pad, 'x') + "\r\n";
+        for (int i = 0; i < 2000; ++i) text += "r" + std::to_string(i) + "=1,2,3,4,5,6,7,8,9\r\n";
+        text += "[far]\r\nwanted=" + std::string(20000, 'y').substr(0, 2000) + "\r\n[last]\r\nend=tail";
+        dir.Write("big.ini", text);
+        EXPECT_EQ(ReadIni(dir / "big.ini", "main", "levelset"), "Default");
+        EXPECT_EQ(ReadIni(dir / "big.ini", "main", "r1999"), "1,2,3,4,5,6,7,8,9");
+        EXPECT_EQ(ReadIni(dir / "big.ini", "main", "filler").size(), std::min<std::size_t>(pad, 2047));
+        EXPECT_EQ(ReadIni(dir / "big.ini", "main", "wanted"), "");     // the section ended first
+        EXPECT_EQ(ReadIni(dir / "big.ini", "far", "wanted"), std::string(2000, 'y'));
+        EXPECT_EQ(ReadIni(dir / "big.ini", "last", "end"), "tail");    // no line end after it
+        EXPECT_EQ(ReadIni(dir / "big.ini", "nowhere", "end"), "");
+    }
+    // A file over the bound is damaged as a whole, whatever its first lines say.
+    dir.Write("huge.ini", "[main]\r\nkey=1\r\n" + std::string(tolva::MaxIniBytes, ';'));
+    EXPECT_EQ(ReadIni(dir / "huge.ini", "main", "key"), "");
+}
