@@ -64,6 +64,11 @@ TEST(PlainBmp, OtherKindsGoBackToQtWithTheFileAtItsStart) {
     const std::string plain = MakeBmp(6, 4, 24, Colour);
     std::string bigger = plain;
     bigger[18] = 0x10;   // width 16: over a bound of 8
+    std::string huge = plain;   // a header that claims 16000 x 16000 pixels
+    huge[18] = static_cast<char>(0x80);
+    huge[19] = 0x3E;
+    huge[22] = static_cast<char>(0x80);
+    huge[23] = 0x3E;
     std::string compressed = plain;
     compressed[30] = 1;  // run-length coded
     const std::vector<std::pair<std::string, std::string>> files = {
@@ -72,6 +77,7 @@ TEST(PlainBmp, OtherKindsGoBackToQtWithTheFileAtItsStart) {
         {"cut short", plain.substr(0, plain.size() - 10)},
         {"head only", plain.substr(0, 30)},
         {"over the bound", bigger},
+        {"more rows than bytes", huge},
         {"compressed", compressed},
         {"not a picture", "GIF89a and then some more bytes of nothing much at all"},
     };
@@ -82,6 +88,12 @@ TEST(PlainBmp, OtherKindsGoBackToQtWithTheFileAtItsStart) {
         EXPECT_TRUE(image.isNull());
         EXPECT_EQ(at, 0);
     }
+    // A header that promises more rows than the file holds is turned away before any
+    // memory is taken for them, whatever the bound on the sides.
+    dir.Write("o.bmp", huge);
+    const auto [none, where] = PlainReads(dir.Path() + "/o.bmp", 16384);
+    EXPECT_TRUE(none.isNull());
+    EXPECT_EQ(where, 0);
     // The picture holder still reads those through Qt, as it always did.
     dir.Write("o.bmp", files[0].second);
     QtPictureHolder holder("palette");

@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
+#include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
 
@@ -77,13 +78,20 @@ QImage ReadPlainBmp(int fd, int maxSide) {
     const bool topDown = rawHeight < 0;
     const std::int32_t height = topDown ? -rawHeight : rawHeight;
     if (width > maxSide || height > maxSide || pixelsAt < FileHeadBytes + infoSize) return Decline(fd);
+    // Rows are padded to four bytes. A file too short for the rows its header promises is
+    // no plain picture; checked before the picture's memory is taken, so that a damaged
+    // header cannot claim a gigabyte.
+    const std::size_t rowBytes = (static_cast<std::size_t>(width) * 3 + 3) & ~std::size_t{3};
+    struct stat file {};
+    if (::fstat(fd, &file) != 0 ||
+        static_cast<std::uint64_t>(file.st_size) < pixelsAt + static_cast<std::uint64_t>(rowBytes) * static_cast<std::uint64_t>(height))
+        return Decline(fd);
     if (::lseek(fd, static_cast<off_t>(pixelsAt), SEEK_SET) != static_cast<off_t>(pixelsAt)) return Decline(fd);
 
     QImage image(width, height, QImage::Format_RGB32);
     if (image.isNull()) return Decline(fd);
-    // Rows are padded to four bytes; the file holds them bottom row first unless the
-    // height is negative. They are read a chunk of whole rows at a time.
-    const std::size_t rowBytes = (static_cast<std::size_t>(width) * 3 + 3) & ~std::size_t{3};
+    // The file holds the rows bottom row first unless the height is negative. They are
+    // read a chunk of whole rows at a time.
     const std::size_t rowsPerChunk = std::max<std::size_t>(1, ChunkBytes / rowBytes);
     std::vector<unsigned char> chunk(rowsPerChunk * rowBytes);
     for (std::int32_t row = 0; row < height;) {
