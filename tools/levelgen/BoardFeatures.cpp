@@ -149,9 +149,7 @@ BoardFeatures Total(const ColumnParts& parts) {
 }
 
 bool SameColumn(const PlayBoard& a, int ax, const PlayBoard& b, int bx) {
-    for (int y = 0; y < a.Side(); ++y)
-        if (a.Brick(ax, y) != b.Brick(bx, y)) return false;
-    return true;
+    return std::memcmp(a.Column(ax), b.Column(bx), sizeof(std::int16_t) * static_cast<std::size_t>(a.Side())) == 0;
 }
 
 } // namespace
