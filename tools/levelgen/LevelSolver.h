@@ -34,14 +34,18 @@
 // repeatable for a given seed as long as the same passes complete within the budget.
 //
 // UNFINISHED: at 60 seconds a level on one core, eight of the largest default levels
-// (83, 84, 86, 87, 91, 96, 97, 99) are still not cleared in most runs: every kind of
-// pass tried ends a dozen or a few dozen cells short, on boards that are already
-// unclearable when they come down to a few dozen cells (so a larger end search does
-// not help), and neither a wider beam nor other weights of the estimate change that;
-// the varied passes clear one of them now and then (84 and 86 each within half a
-// minute of varied passes in trials). What misleads the search lies in the estimate,
-// which sees lone bricks but not which groups must stay whole for the last colours
-// to meet. The miniatures and the other default levels clear.
+// (83, 84, 86, 87, 91, 96, 97 and 99 in the last full run, which took 740.6 s for the
+// default set) are still not cleared; 85 and 100 cleared in about 50 s, both in the
+// varied passes, and the miniatures and the other default levels clear well within the
+// budget. On those eight every kind of pass tried ends a dozen or a few dozen cells
+// short, on boards that are already unclearable when they come down to a few dozen
+// cells (so a larger end search does not help), and neither a wider beam, nor other
+// weights of the estimate, nor a cost for a bottom brick whose colour is missing from
+// its column changed how far they get; the varied passes clear one of them now and
+// then (84 and 86 each within half a minute of varied passes in trials). What misleads
+// the search lies in the estimate, which sees lone bricks but not which groups must
+// stay whole for the last colours to meet: the end boards are long bottom rows of
+// mixed colours.
 #include "BoardFeatures.h"
 #include "PlayBoard.h"
 
