@@ -17,8 +17,12 @@ namespace {
 // every brick of the columns between (they must all go for the two columns to stand
 // side by side) and the difference of their heights (the higher one must come down).
 // Looked for up to LookColumns columns away and counted up to FarthestLook; a colour
-// not found that near costs FarthestLook.
-int DistanceToColour(const PlayBoard& board, int x, int y, int columns, const std::array<int, MaxBricks>& top) {
+// not found that near costs FarthestLook. `reach` grows to the farthest column looked
+// at on either side: the answer holds while those columns stay as they are. (A look
+// that ran into the board's right end has looked at the last column, so a click that
+// empties columns there changes one it looked at.)
+int DistanceToColour(const PlayBoard& board, int x, int y, int columns, const std::array<int, MaxBricks>& top,
+                     std::array<int, 2>& reach) {
     const int side = board.Side();
     const auto v = board.Brick(x, y);
     int best = FarthestLook;
@@ -29,7 +33,9 @@ int DistanceToColour(const PlayBoard& board, int x, int y, int columns, const st
     const int from = std::max(0, x - LookColumns), to = std::min(columns - 1, x + LookColumns);
     for (int dir : {-1, 1}) {
         int between = 0;
+        int& far = reach[dir < 0 ? 0 : 1];
         for (int xx = x + dir; xx >= from && xx <= to && between < best; xx += dir) {
+            far = std::max(far, (xx - x) * dir);
             const int colTop = top[static_cast<std::size_t>(xx)];
             // Outward from the single's own row, as far as the best so far allows.
             for (int d = 0; between + d < best; ++d) {
@@ -75,6 +81,7 @@ ColumnPart MeasureColumn(const PlayBoard& board, int x, int columns, const std::
         if (board.Brick(x, y) <= 10) ++own[static_cast<std::size_t>(board.Brick(x, y))];
     unsigned besideValues = 0;
     bool besideKnown = false;
+    std::array<int, 2> reach{};
     for (int y = colTop; y < side; ++y) {
         const auto v = board.Brick(x, y);
         if (v > 10) continue;
@@ -88,7 +95,7 @@ ColumnPart MeasureColumn(const PlayBoard& board, int x, int columns, const std::
             p.squares += right && down && board.Brick(x + 1, y + 1) == v;
             continue;
         }
-        p.distance += DistanceToColour(board, x, y, columns, top);
+        p.distance += DistanceToColour(board, x, y, columns, top, reach);
         if (own[static_cast<std::size_t>(v)] > 1) {
             ++p.inColumn;
             continue;
@@ -100,6 +107,8 @@ ColumnPart MeasureColumn(const PlayBoard& board, int x, int columns, const std::
         if (besideValues >> v & 1u) ++p.beside;
         else ++p.far;
     }
+    p.reachLeft = reach[0];
+    p.reachRight = reach[1];
     return p;
 }
 
@@ -140,9 +149,7 @@ BoardFeatures Total(const ColumnParts& parts) {
 }
 
 bool SameColumn(const PlayBoard& a, int ax, const PlayBoard& b, int bx) {
-    for (int y = 0; y < a.Side(); ++y)
-        if (a.Brick(ax, y) != b.Brick(bx, y)) return false;
-    return true;
+    return std::memcmp(a.Column(ax), b.Column(bx), sizeof(std::int16_t) * static_cast<std::size_t>(a.Side())) == 0;
 }
 
 } // namespace
@@ -195,15 +202,17 @@ BoardFeatures MeasureChild(const PlayBoard& parent, const ColumnParts& parentPar
     parts.counts = parentParts.counts;
     const auto colour = static_cast<std::size_t>(taken.value);
     parts.counts[colour] = std::max(0, parts.counts[colour] - taken.size);
-    // Columns whose look reaches a changed one are measured again, the rest copied.
-    const int redoFrom = std::max(0, first - LookColumns);
-    const int redoTo = std::min(columns - 1, lastNew + LookColumns);
+    // The changed columns and their neighbours are measured again, and so is every
+    // column whose singles looked as far as a changed one; the rest are copied.
     for (int x = 0; x < columns; ++x) {
-        if (x >= redoFrom && x <= redoTo) {
+        const int old = x < first ? x : x + shift;
+        const ColumnPart& was = parentParts.parts[static_cast<std::size_t>(old)];
+        const bool redo = (x >= first - 1 && x <= lastNew + 1) || (x < first && x + was.reachRight >= first) ||
+                          (x > lastNew && x - was.reachLeft <= lastNew);
+        if (redo) {
             parts.parts[static_cast<std::size_t>(x)] = MeasureColumn(child, x, columns, top);
         } else {
-            const int old = x < first ? x : x + shift;
-            parts.parts[static_cast<std::size_t>(x)] = parentParts.parts[static_cast<std::size_t>(old)];
+            parts.parts[static_cast<std::size_t>(x)] = was;
         }
     }
     return Total(parts);

@@ -54,7 +54,8 @@ struct BoardFeatures {
 // How far, in columns, a single looks for its colour, and what it costs when none is that
 // near. Sparse levels of short columns far apart need the look to reach well past a few
 // columns (at 4 some of them were no longer solved); it is bounded so that a click
-// changes the shares of only the columns near it.
+// changes the shares of only the columns near it (in practice a look stops within a
+// column or two, and each column keeps how far its looks went).
 inline constexpr int LookColumns = 10;
 inline constexpr int FarthestLook = 100;
 
@@ -69,6 +70,8 @@ struct ColumnPart {
     int beside = 0;
     int far = 0;
     int distance = 0;
+    int reachLeft = 0;  // how many columns away its singles looked for their colour
+    int reachRight = 0;
 };
 
 struct ColumnParts {

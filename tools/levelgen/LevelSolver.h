@@ -3,11 +3,21 @@
 //
 // Clearing a board completely is the hard question of this kind of game: most
 // sequences strand a lone brick of some colour, and from then on the level can never
-// be cleared. The search is a beam search over PlayBoard states, widened step by step
-// (1, 2, 4, ... states per depth) until a clear is found or the time budget is spent;
-// each width is tried in a few styles in turn (the plain beam, one that widens further
-// as the boards shrink, one that weighs far colours more), because which of them finds
-// a large level's clear first varies from level to level.
+// be cleared. The search is a beam search over PlayBoard states, in two phases:
+//  - for the first four fifths of the budget, widened step by step (1, 2, 4, ...
+//    states per depth); each width is tried in a few styles in turn (the plain beam,
+//    one that widens further as the boards shrink, one that weighs far colours more),
+//    because which of them finds a large level's clear first varies from level to
+//    level. Most levels clear here, most of them at a narrow beam;
+//  - for the last fifth, many widening passes at widths of 8 to 32, each searching its
+//    own way: its weights scaled by random factors, the commonest colour spared for
+//    the end or not (a click on it costs more while other colours are left, so that it
+//    runs together into a few large groups instead of stranding), groups at the tops
+//    of the columns preferred more or less. On a level they miss, the widening passes
+//    end a few dozen cells short at any width; where a pass ends varies far more with
+//    how it weighs the board, so many differing narrow passes are more chances.
+// A pass that ran out of boards without leaving any out proves that there is no clear,
+// and the search stops there.
 // Each depth keeps the distinct boards that look closest to a clear (BoardFeatures):
 //  - a board with a colour of exactly one brick left is dead and is dropped;
 //  - otherwise each lone brick costs by how many bricks stand in the way of the
@@ -20,23 +30,22 @@
 // memory of boards proven unclearable.
 // Spells lying on the board are never clicked: they fall and are collected on their
 // own, so a solution also shows that a player can keep every spell of the level.
-// Ties are broken by a seeded random number, so a run is repeatable for a given seed
-// as long as the same widths complete within the budget.
+// Ties and the varied passes are drawn from a seeded random number, so a run is
+// repeatable for a given seed as long as the same passes complete within the budget.
 //
-// UNFINISHED: at 60 seconds a level on one core, nine of the largest default levels
-// (83, 84, 86, 87, 91, 96, 97, 99, 100 in the last full run) are still not cleared, and
-// which of the large ones clear varies from run to run with small changes of the search:
-// its beams end a dozen cells short, and a larger end search does not help: the boards
-// are already unclearable when they come down to a few dozen cells, so what misleads
-// the search lies earlier, in the estimate. The miniatures and the other default
-// levels clear.
-// Tried since: sparing one of the two commonest colours for the end (a click on it
-// costing a few groups while other colours are left), as two more styles of each width,
-// cleared 84, 87 and 100 (and 86 when spared more firmly), but five styles a width
-// reach the wide beams later, and 81, 88, 89, 92, 93 and 95 then stayed unsolved at a
-// minute. Capping the children kept from one parent (for a more varied beam) brought
-// 99 and 100 no nearer. Sparing a colour needs a schedule that does not slow the three
-// styles above, or a better estimate instead.
+// UNFINISHED: at 60 seconds a level on one core, eight of the largest default levels
+// (83, 84, 86, 87, 91, 96, 97 and 99 in the last full run, which took 740.6 s for the
+// default set) are still not cleared; 85 and 100 cleared in about 50 s, both in the
+// varied passes, and the miniatures and the other default levels clear well within the
+// budget. On those eight every kind of pass tried ends a dozen or a few dozen cells
+// short, on boards that are already unclearable when they come down to a few dozen
+// cells (so a larger end search does not help), and neither a wider beam, nor other
+// weights of the estimate, nor a cost for a bottom brick whose colour is missing from
+// its column changed how far they get; the varied passes clear one of them now and
+// then (84 and 86 each within half a minute of varied passes in trials). What misleads
+// the search lies in the estimate, which sees lone bricks but not which groups must
+// stay whole for the last colours to meet: the end boards are long bottom rows of
+// mixed colours.
 #include "BoardFeatures.h"
 #include "PlayBoard.h"
 
@@ -54,6 +63,7 @@ struct PassReport {
     int width = 0;
     int depth = 0;                // clicks deep when the beam ran out of boards or time
     int fewestCells = 0;          // the fewest cells left on any board it kept
+    bool exhaustive = false;      // it ran out of boards having left none out: no clear exists
 };
 
 struct SolveOptions {

@@ -45,6 +45,8 @@ public:
     int Side() const { return side; }
     std::int16_t Brick(int x, int y) const { return bricks[Index(x, y)]; }
     std::int16_t Spell(int x, int y) const { return spells[Index(x, y)]; }
+    // Column x's bricks, top row first: Side() values in a row, for quick comparisons.
+    const std::int16_t* Column(int x) const { return &bricks[Index(x, 0)]; }
     void SetCell(int x, int y, std::int16_t brick, std::int16_t spell = NoSpell);
     void SetSide(int newSide);
 
