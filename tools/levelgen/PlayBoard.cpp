@@ -81,13 +81,13 @@ void PlayBoard::Compact(int fromColumn) {
         int row = side - 1;
         bool any = false;
         for (int y = side - 1; y >= 0; --y) {
-            const int from = Index(x, y);
-            if (bricks[from] == CellEmpty) continue;
+            const int at = Index(x, y);
+            if (bricks[at] == CellEmpty) continue;
             const int to = Index(target, row);
-            const auto b = bricks[from], s = spells[from];
-            if (from != to) {
-                bricks[from] = CellEmpty;
-                spells[from] = NoSpell;
+            const auto b = bricks[at], s = spells[at];
+            if (at != to) {
+                bricks[at] = CellEmpty;
+                spells[at] = NoSpell;
             }
             bricks[to] = b;
             spells[to] = s;
