@@ -5,6 +5,7 @@
 // GameSettings (settings/), which every part reads from.
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <string>
 
 namespace tolva {
@@ -58,6 +59,36 @@ struct LevelRecord {
     }
 };
 
+// The hundred level slots. Their 640 KB are taken when a slot is first asked for, which
+// is when a set is read: the program's start-up builds everything else first, and memory
+// touched early is touched twice where the process forks meanwhile (a desktop bus being
+// started for the accessibility bridge does).
+class LevelTable {
+public:
+    using Records = std::array<LevelRecord, MaxLevels>;
+    LevelTable() = default;
+    LevelTable(const LevelTable& other) : records_(other.records_ ? std::make_unique<Records>(*other.records_) : nullptr) {}
+    LevelTable& operator=(const LevelTable& other) {
+        if (this != &other) records_ = other.records_ ? std::make_unique<Records>(*other.records_) : nullptr;
+        return *this;
+    }
+
+    LevelRecord& operator[](std::size_t index) { return All()[index]; }
+    const LevelRecord& operator[](std::size_t index) const { return All()[index]; }
+    static constexpr std::size_t size() { return MaxLevels; }
+    Records::iterator begin() { return All().begin(); }
+    Records::iterator end() { return All().end(); }
+    Records::const_iterator begin() const { return All().begin(); }
+    Records::const_iterator end() const { return All().end(); }
+
+private:
+    Records& All() const {
+        if (!records_) records_ = std::make_unique<Records>();
+        return *records_;
+    }
+    mutable std::unique_ptr<Records> records_;
+};
+
 struct LevelModule {
     // The spell armed for the next click, -1 for none.
     std::int16_t ActiveSpell = NoSpell;
@@ -70,7 +101,7 @@ struct LevelModule {
     std::int16_t BonusTimes = 0;
     // The level in play, 1 to 100.
     std::int16_t CurLevelNo = 1;
-    std::array<LevelRecord, MaxLevels> Levels;
+    LevelTable Levels;
 };
 
 } // namespace tolva
