@@ -38,6 +38,9 @@ measure() {
       echo "$ms $(awk '/VmRSS/ {print $2}' /proc/"$pid"/status) $(awk '$6 ~ /\.so/ {print $6}' /proc/"$pid"/maps | sort -u | wc -l)"
       kill "$pid" 2>/dev/null || true
       while kill -0 "$pid" 2>/dev/null; do sleep 0.05; done
+      # The X server and the kernel are still tidying up after the program for a while;
+      # the next launch waits for that, so that neither program is measured against it.
+      sleep 0.5
       return 0
     fi
   done
