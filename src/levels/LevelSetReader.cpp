@@ -1,15 +1,14 @@
 #include "levels/LevelSetReader.h"
 
 #include "shared/GameText.h"
+#include "support/ZenkorDetail.h"
 #include "support/ZenkorModule.h"
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstring>
 #include <istream>
 #include <sstream>
-#include <streambuf>
 #include <string_view>
 #include <unistd.h>
 
@@ -66,42 +65,6 @@ private:
 };
 
 namespace {
-
-// The level file as a stream read straight from its descriptor a piece at a time, so
-// that a set's hundreds of kilobytes are never held whole. Reading stops at the bound
-// (a file that grew past it since it was opened) or at a read error; Outcome says which.
-class BoundedFileBuffer : public std::streambuf {
-public:
-    BoundedFileBuffer(int fd, std::size_t maxBytes) : fd_(fd), left_(maxBytes) {}
-    FileRead Outcome() const { return outcome_; }
-
-protected:
-    int_type underflow() override {
-        if (gptr() < egptr()) return traits_type::to_int_type(*gptr());
-        if (outcome_ != FileRead::Ok) return traits_type::eof();
-        for (;;) {
-            // One byte more than the bound allows shows that the file went past it.
-            const std::size_t want = std::min(piece_.size(), left_ + 1);
-            const ssize_t got = ::read(fd_, piece_.data(), want);
-            if (got < 0 && errno == EINTR) continue;
-            if (got < 0) outcome_ = FileRead::Failed;
-            if (got <= 0) return traits_type::eof();
-            if (static_cast<std::size_t>(got) > left_) {
-                outcome_ = FileRead::TooLarge;
-                return traits_type::eof();
-            }
-            left_ -= static_cast<std::size_t>(got);
-            setg(piece_.data(), piece_.data(), piece_.data() + got);
-            return traits_type::to_int_type(*gptr());
-        }
-    }
-
-private:
-    int fd_;
-    std::size_t left_;
-    FileRead outcome_ = FileRead::Ok;
-    std::array<char, 16384> piece_{};
-};
 
 std::string Lower(std::string text) {
     for (char& c : text)
@@ -182,15 +145,15 @@ LevelSetLoad LevelSetReader::InitLevels() {
         hooks->ClearLevelMenu();
     }
     const std::string setFolder = AppPath() + LevelSetPath;
-    // Read whole through the game's file reading: a pipe or a folder of that name is no
-    // set, and a file over the bound (a link to an endless one) is a damaged set, which
-    // for the default set fails the integrity test like any other damage.
-    // It is streamed, not held whole; a file that cannot be read to its end (grown past
-    // the bound while read, a read error) counts as if it could not be read at all.
+    // Opened through the game's file reading: a pipe or a folder of that name is no set,
+    // and a file over the bound (a link to an endless one) is a damaged set, which for the
+    // default set fails the integrity test like any other damage. It is streamed, never
+    // held whole; a file that cannot be read to its end (grown past the bound while read,
+    // a read error) counts as one that could not be read at all.
     FileRead read = FileRead::Missing;
     LevelSetLoad load;
     if (const int fd = OpenFileWithin(setFolder + "levels.set", MaxLevelSetBytes, read); fd >= 0) {
-        BoundedFileBuffer buffer(fd, MaxLevelSetBytes);
+        detail::BoundedFileBuffer buffer(fd, MaxLevelSetBytes);
         std::istream file(&buffer);
         load = Scan(&file);
         ::close(fd);

@@ -5,6 +5,8 @@
 // that the ini writer and WriteWholeFile have in common.
 #include "support/ZenkorModule.h"
 
+#include <array>
+#include <streambuf>
 #include <string>
 #include <string_view>
 
@@ -37,6 +39,25 @@ FileRead ReadFileBytes(const std::string& nativePath, std::string& contents, std
 // The opening half of ReadFileBytes: a descriptor of a regular file of at most
 // `maxBytes` on Ok, -1 otherwise; `size` gives the file's size when it opened.
 int OpenRegularFile(const std::string& nativePath, std::size_t maxBytes, FileRead& result, std::size_t& size);
+
+// An open file read as a stream, a piece at a time, for a reader that needs only part of
+// a large file or means never to hold it whole. The descriptor stays the caller's. The
+// stream ends at the file's end, at a read error, or where the file goes past `maxBytes`
+// (it grew since it was opened); Outcome tells which.
+class BoundedFileBuffer : public std::streambuf {
+public:
+    BoundedFileBuffer(int fd, std::size_t maxBytes) : fd_(fd), left_(maxBytes) {}
+    FileRead Outcome() const { return outcome_; }
+
+protected:
+    int_type underflow() override;
+
+private:
+    int fd_;
+    std::size_t left_;
+    FileRead outcome_ = FileRead::Ok;
+    std::array<char, 16384> piece_;   // filled by each read; not cleared first
+};
 
 // Replaces the file at `nativePath` with `bytes`: they go to a temporary file in the same
 // folder, which is then renamed over the old one, so that a crash leaves either the old

@@ -155,6 +155,26 @@ bool WriteAll(int fd, const std::string& bytes) {
 
 namespace detail {
 
+BoundedFileBuffer::int_type BoundedFileBuffer::underflow() {
+    if (gptr() < egptr()) return traits_type::to_int_type(*gptr());
+    if (outcome_ != FileRead::Ok) return traits_type::eof();
+    for (;;) {
+        // One byte more than the bound allows shows that the file went past it.
+        const std::size_t want = std::min(piece_.size(), left_ + 1);
+        const ssize_t got = ::read(fd_, piece_.data(), want);
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) outcome_ = FileRead::Failed;
+        if (got <= 0) return traits_type::eof();
+        if (static_cast<std::size_t>(got) > left_) {
+            outcome_ = FileRead::TooLarge;
+            return traits_type::eof();
+        }
+        left_ -= static_cast<std::size_t>(got);
+        setg(piece_.data(), piece_.data(), piece_.data() + got);
+        return traits_type::to_int_type(*gptr());
+    }
+}
+
 int OpenRegularFile(const std::string& nativePath, std::size_t maxBytes, FileRead& result, std::size_t& size) {
     result = FileRead::Missing;
     if (nativePath.empty()) return -1;

@@ -27,14 +27,13 @@
 // original function did.
 #include "support/ZenkorDetail.h"
 #include "support/ZenkorModule.h"
-#include <unistd.h>
-#include <algorithm>
-#include <optional>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstddef>
+#include <istream>
 #include <string_view>
 #include <vector>
 
@@ -207,45 +206,27 @@ std::string ReadIni(const std::string& fileName, const std::string& section, con
     // One pass: find the first section of the name, then its first key of the name. The
     // file is read a piece at a time and only as far as that section goes: a level set
     // names itself in its first lines, and the hundred levels after them are not needed.
-    // Small files come in one piece of their own size.
-    const std::size_t piece = std::clamp<std::size_t>(size + 1, 512, 16 * 1024);
-    std::string pending;        // read and not yet taken as lines
-    std::size_t total = 0;
+    detail::BoundedFileBuffer buffer(fd, MaxIniBytes);
+    std::istream in(&buffer);
+    std::string text;
+    std::string answer;
     bool inSection = false;
-    bool atEnd = false;
-    std::optional<std::string> answer;
-    while (!answer) {
-        const std::size_t kept = pending.size();
-        pending.resize(kept + piece);
-        const ssize_t n = ::read(fd, pending.data() + kept, piece);
-        if (n < 0 && errno == EINTR) {
-            pending.resize(kept);
-            continue;
+    while (std::getline(in, text)) {
+        std::string_view line(text);
+        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+        const IniLine classified = ClassifyLine(line);
+        if (classified.kind == LineKind::Section) {
+            if (inSection) break;
+            inSection = EqualsNoCase(classified.name, wantedSection);
+        } else if (inSection && classified.kind == LineKind::Key && EqualsNoCase(classified.name, wantedKey)) {
+            answer = FinishValue(classified.value);
+            break;
         }
-        if (n < 0) break;   // a read error: no value
-        pending.resize(kept + static_cast<std::size_t>(n));
-        total += static_cast<std::size_t>(n);
-        if (total > MaxIniBytes) break;   // grown past the bound while read: damaged
-        atEnd = n == 0;
-        // Whole lines only, except at the end, where the last line needs no line end.
-        // (With no line end yet, rfind's npos + 1 is 0: nothing is usable.)
-        const std::size_t usable = atEnd ? pending.size() : pending.rfind('\n') + 1;
-        const std::string_view lines(pending.data(), usable);
-        std::size_t start = 0;
-        while (start < lines.size() && !answer) {
-            const IniLine line = ClassifyLine(NextLine(lines, start));
-            if (line.kind == LineKind::Section) {
-                if (inSection) answer = std::string();
-                inSection = EqualsNoCase(line.name, wantedSection);
-            } else if (inSection && line.kind == LineKind::Key && EqualsNoCase(line.name, wantedKey)) {
-                answer = FinishValue(line.value);
-            }
-        }
-        if (atEnd) break;
-        pending.erase(0, lines.size());
     }
+    // A file that could not be read to its end has no trustworthy last line.
+    if (in.eof() && buffer.Outcome() != FileRead::Ok) answer.clear();
     ::close(fd);
-    return answer.value_or(std::string());
+    return answer;
 }
 
 bool WriteIni(const std::string& fileName, const std::string& section, const std::string& key,
