@@ -66,12 +66,6 @@ struct LevelRecord {
 class LevelTable {
 public:
     using Records = std::array<LevelRecord, MaxLevels>;
-    LevelTable() = default;
-    LevelTable(const LevelTable& other) : records_(other.records_ ? std::make_unique<Records>(*other.records_) : nullptr) {}
-    LevelTable& operator=(const LevelTable& other) {
-        if (this != &other) records_ = other.records_ ? std::make_unique<Records>(*other.records_) : nullptr;
-        return *this;
-    }
 
     LevelRecord& operator[](std::size_t index) { return All()[index]; }
     const LevelRecord& operator[](std::size_t index) const { return All()[index]; }
