@@ -188,11 +188,12 @@ void GameApp::LoadGfx() {
 }
 
 void GameApp::LoadUnseenPictures() {
-    // What only a game shows: the bonus screen, digits, effect strips and spell pictures.
-    // It is loaded on the event loop right after the window is up: the first thing the
-    // loop does then, before any key or click can reach the game, and the false desktop
-    // still covers the window.
-    board_->LoadResources();
+    // What only a game shows: the spell pictures and the test tube. They are loaded on the
+    // event loop right after the window is up: the first thing the loop does then, before
+    // any key or click can reach the game, and the false desktop still covers the window.
+    // The bonus screen and the effect strips wait for their first showing: most first
+    // levels never show them, and a game need not hold their pictures until then.
+    board_->LoadResources(/*whenFirstNeeded=*/true);
     window_->LoadGamePictures();
     EndStartupMemory();
     StartupTrace::Mark("the pictures a game shows");

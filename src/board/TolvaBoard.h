@@ -98,8 +98,10 @@ public:
     void SetBackgroundPicture(const std::string& path);
     void SetBrickPicture(std::int16_t PictureNumber, const std::string& newPicture);
     // Loads the bonus screen, the digits, the spells and the effect strips from the data
-    // folder, raising ResourceLoaded after each (TolvaBoardResources.cpp).
-    void LoadResources();
+    // folder, raising ResourceLoaded after each (TolvaBoardResources.cpp). With
+    // whenFirstNeeded only the spells are loaded now; the bonus screen with its digits and
+    // each effect strip are loaded, with their events, just before they are first shown.
+    void LoadResources(bool whenFirstNeeded = false);
 
     // ---- group search and compaction (TolvaBoardRules.cpp) ------------------------------
     float GetX(float X) const;
@@ -317,6 +319,12 @@ private:
     std::unique_ptr<PictureStrip> bom_;
     std::unique_ptr<PictureStrip> bounce_;
     PictureStrip* testTubeAnimation_ = nullptr;
+    // The data folder's pictures that LoadResources left for their first showing.
+    enum class BoardResource : std::uint8_t { BonusScreen, Explosion, Saw, Bomb, Hint, Count };
+    std::array<bool, static_cast<std::size_t>(BoardResource::Count)> pendingResources_{};
+    void LoadResource(BoardResource resource);
+    // Loads the resource if it is still waiting for its first showing.
+    void NeedResource(BoardResource resource);
     std::unique_ptr<Timer> timer1_;
     std::unique_ptr<Timer> soundTimer_;
     std::unique_ptr<Timer> flashTimer_;

@@ -32,6 +32,7 @@ int DigitPicture(char c) {
 } // namespace
 
 void TolvaBoard::ShowBonusMovie(double Bonus, std::int16_t Times) {
+    NeedResource(BoardResource::BonusScreen);
     levBonus_->Cls();
     picTimes_->Cls();
     picBonus_->Cls();
@@ -92,9 +93,15 @@ std::int32_t TolvaBoard::GetWidthOfPictures(const std::string& strNo) const {
     return width;
 }
 
-bool TolvaBoard::AnimationEffect(double X, double Y) { return PlayEffect(*animation_, "6.wav", X, Y); }
+bool TolvaBoard::AnimationEffect(double X, double Y) {
+    NeedResource(BoardResource::Explosion);
+    return PlayEffect(*animation_, "6.wav", X, Y);
+}
 
-bool TolvaBoard::BomEffect(double X, double Y) { return PlayEffect(*bom_, "7.wav", X, Y); }
+bool TolvaBoard::BomEffect(double X, double Y) {
+    NeedResource(BoardResource::Bomb);
+    return PlayEffect(*bom_, "7.wav", X, Y);
+}
 
 bool TolvaBoard::PlayEffect(PictureStrip& strip, const std::string& wave, double X, double Y) {
     const std::uint64_t start = levelStarts_;

@@ -38,6 +38,7 @@ void TolvaBoard::ShowHint() {
     const double w = platform_.Surface.ScaleWidth() / xBricks_;
     const double h = platform_.Surface.ScaleHeight() / xBricks_;
     PlayRefusalSound();   // the hint shares its sound with a refused click
+    NeedResource(BoardResource::Hint);
     aniHint_->SetBounds({hx * w, hy * h, w, h});
     aniHint_->SetVisible(true);
     aniHint_->Play(1);    // hides itself at its finish

@@ -45,6 +45,7 @@ void TolvaBoard::MakeBounce(int x, int y) {
     BoardReady = false;
     bounceCol_ = x;
     bounceRow_ = y;
+    NeedResource(BoardResource::Saw);
     PlaceBounce();
     SpellBrick(x, y);   // the start cell goes at once and is not counted
     if (settings_.PlayAnimations) bounce_->Play(SawPasses);

@@ -5,6 +5,7 @@
 #include "board/BmpWriter.h"
 #include "board/TolvaBoard.h"
 #include "board/qt/BoardWidget.h"
+#include "controls/IA.h"
 #include "hiscores/HiscoreKeeper.h"
 #include "session/GameSession.h"
 #include "app/GameApp.h"
@@ -155,22 +156,28 @@ TEST(frmMain, StartUpStopsWithoutTheDefaultSetAndFallsBackFromABadOne) {
     }
 }
 
-TEST(frmMain, ThePicturesOnlyAGameShowsWaitForTheLoopsFirstTurnAfterTheWindow) {
-    TestWindow t("");
+TEST(frmMain, ThePicturesOnlyAGameShowsWaitForTheWindowOrTheirFirstShowing) {
+    TestWindow t("[main]\r\nplayanimations=0\r\n");
     auto [folder, game, dialogs, app] = t.Parts();
     std::filesystem::create_directories(folder.Dir / "data");
     folder.Dir.Write("data/0.bmp", tolva::testing::MakeBmp(750, 561, 24, [](int, int) { return 0x204060u; }));
     folder.Dir.Write("data/12.bmp", tolva::testing::MakeBmp(500, 500, 24, [](int, int) { return 0x102030u; }));
     folder.Dir.Write("data/13.bmp", tolva::testing::MakeBmp(50, 600, 24, [](int, int) { return 0xFF0000u; }));
+    folder.Dir.Write("data/17.bmp", tolva::testing::MakeBmp(50, 600, 24, [](int, int) { return 0x00FF00u; }));
     ASSERT_TRUE(app.Start(1));
     EXPECT_TRUE(app.Window().isVisible());
-    // The first screen is whole; the bonus screen and the effect strips are not yet read.
+    // The first screen is whole; what only a game shows is not yet read.
     EXPECT_EQ(app.Window().grab().toImage().pixel(2, 2), 0xFF204060u);
+    EXPECT_FALSE(app.Window().TestTubeAnimation().PictureStrip().HasPicture());
+    // The loop's first turn brings the test tube; the bonus screen and the explosion wait
+    // until they are shown.
+    t.loop.DoEvents();
+    EXPECT_TRUE(app.Window().TestTubeAnimation().PictureStrip().HasPicture());
     EXPECT_FALSE(app.Board().BonusPic().Holder().HasPicture());
     EXPECT_FALSE(app.Board().Animation().HasStrip());
-    t.loop.DoEvents();
-    EXPECT_TRUE(app.Board().BonusPic().Holder().HasPicture());
+    app.Board().AnimationEffect(0, 0);
     EXPECT_TRUE(app.Board().Animation().HasStrip());
+    EXPECT_FALSE(app.Board().BonusPic().Holder().HasPicture());
 }
 
 TEST(frmMain, AGamePlayedWithTheMouseClearsALevelAndEnds) {
