@@ -104,3 +104,48 @@ TEST(PlainBmp, OtherKindsGoBackToQtWithTheFileAtItsStart) {
     ASSERT_TRUE(holder.LoadFile(dir.Path() + "/o.bmp"));
     EXPECT_EQ(holder.Point(5, 3), static_cast<std::int32_t>(Colour(5, 3)));
 }
+
+TEST(PlainBmp, PartsAreTheRectanglesOfTheWholePictureCutToIt) {
+    TempFolder dir;
+    const std::vector<QRect> parts = {
+        QRect(0, 0, 301, 40),            // a band across the top
+        QRect(0, 200, 100000, 100000),   // reaching past the bottom right
+        QRect(10, 40, 5, 160),           // a narrow one in the middle
+        QRect(290, 40, 100, 160),        // past the right side
+        QRect(400, 400, 10, 10),         // outside
+    };
+    const auto check = [&](const std::vector<QImage>& images, const QImage& whole) {
+        ASSERT_EQ(images.size(), parts.size());
+        for (std::size_t i = 0; i < parts.size(); ++i) {
+            SCOPED_TRACE(i);
+            const QRect area = parts[i].intersected(whole.rect());
+            if (area.isEmpty()) {
+                EXPECT_TRUE(images[i].isNull());
+                continue;
+            }
+            EXPECT_EQ(images[i].format(), QImage::Format_RGB32);
+            EXPECT_EQ(images[i], whole.copy(area));
+        }
+    };
+    for (const bool topDown : {false, true}) {
+        SCOPED_TRACE(topDown ? "top-down" : "bottom-up");
+        dir.Write("p.bmp", MakeBmp(301, 250, 24, Colour, {}, topDown));
+        const std::string path = dir.Path() + "/p.bmp";
+        const int fd = ::open(path.c_str(), O_RDONLY);
+        ASSERT_GE(fd, 0);
+        check(ReadPlainBmpParts(fd, 16384, parts), QtReads(path));
+        ::close(fd);
+        check(LoadPictureParts(path, parts), QtReads(path));
+    }
+    // Another kind of picture goes to Qt whole and is cut there; a plain one cut short is
+    // handed back with the file at its start, and a missing file has no parts.
+    dir.Write("q.bmp", MakeBmp(301, 250, 32, Colour));
+    check(LoadPictureParts(dir.Path() + "/q.bmp", parts), QtReads(dir.Path() + "/q.bmp"));
+    const std::string plain = MakeBmp(301, 250, 24, Colour);
+    dir.Write("s.bmp", plain.substr(0, plain.size() - 1));
+    const int fd = ::open((dir.Path() + "/s.bmp").c_str(), O_RDONLY);
+    EXPECT_TRUE(ReadPlainBmpParts(fd, 16384, parts).empty());
+    EXPECT_EQ(::lseek(fd, 0, SEEK_CUR), 0);
+    ::close(fd);
+    EXPECT_TRUE(LoadPictureParts(dir.Path() + "/none.bmp", parts).empty());
+}

@@ -176,10 +176,9 @@ void frmMain::MakeSpellBar() {
     TestTubeAnimation_->hide();
 }
 
-void frmMain::paintEvent(QPaintEvent*) {
+void frmMain::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
-    if (!background_.isNull()) painter.drawPixmap(0, 0, background_);
-    else painter.fillRect(rect(), QColor(14, 38, 40));
+    panel_.Paint(painter, event->region(), QColor(14, 38, 40));
 }
 
 // ---- what the session shows ---------------------------------------------------------------
@@ -287,8 +286,7 @@ void frmMain::LoadButtonPictures(Ebutton& button, const char* out, const char* o
 }
 
 void frmMain::LoadGfx() {
-    QtPictureHolder main("data\\0.bmp");
-    if (main.LoadFile(AppPath() + "data\\0.bmp")) background_ = QPixmap::fromImage(main.Image());
+    panel_.Load(AppPath() + "data\\0.bmp", boardWidget_->geometry());
     ShowLoadingText("Main background");
     ShowLoadingText("Board background");
     LoadButtonPictures(*bGame_, "data\\3.bmp", "data\\4.bmp", "Button 1");

@@ -15,6 +15,7 @@
 // frmMainMenus.cpp (the pop-up menus, the keys and the mouse on the window).
 #include "session/SessionView.h"
 #include "session/WindowOpener.h"
+#include "session/qt/PanelPicture.h"
 #include "shared/LevelModule.h"
 
 #include <QLabel>
@@ -127,7 +128,7 @@ private:
     Routes routes_;
     std::unique_ptr<Loading> loading_;
 
-    QPixmap background_;
+    PanelPicture panel_;
     BoardWidget* boardWidget_ = nullptr;
     QLabel* levName_ = nullptr;
     QLabel* lCheat_ = nullptr;

@@ -57,16 +57,29 @@ void ConvertRow(const unsigned char* in, QRgb* out, std::int32_t width) {
         out[x] = 0xFF000000u | static_cast<QRgb>(in[2]) << 16 | static_cast<QRgb>(in[1]) << 8 | in[0];
 }
 
-QImage Decline(int fd) {
+// Puts the file back at its start for Qt's decoder; false, for the callers to return.
+bool Rewind(int fd) {
     ::lseek(fd, 0, SEEK_SET);
+    return false;
+}
+
+QImage Decline(int fd) {
+    Rewind(fd);
     return {};
 }
 
-} // namespace
+struct PlainHead {
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    bool topDown = false;
+    std::size_t rowBytes = 0;
+};
 
-QImage ReadPlainBmp(int fd, int maxSide) {
+// Reads and checks the header and leaves the file at the first row of pixels; false,
+// with the file back at its start, when the file is not a plain picture.
+bool ReadHead(int fd, int maxSide, PlainHead& plainHead) {
     std::array<unsigned char, FileHeadBytes + InfoHeadBytes> head{};
-    if (ReadFully(fd, head.data(), head.size()) != head.size()) return Decline(fd);
+    if (ReadFully(fd, head.data(), head.size()) != head.size()) return Rewind(fd);
     const unsigned char* info = head.data() + FileHeadBytes;
     const std::uint32_t pixelsAt = U32(head.data() + 10);
     const std::uint32_t infoSize = U32(info);
@@ -74,10 +87,10 @@ QImage ReadPlainBmp(int fd, int maxSide) {
     const auto rawHeight = static_cast<std::int32_t>(U32(info + 8));
     const bool plain = head[0] == 'B' && head[1] == 'M' && infoSize >= InfoHeadBytes && infoSize <= 124 &&
                        U16(info + 12) == 1 && U16(info + 14) == 24 && U32(info + 16) == 0;
-    if (!plain || width <= 0 || rawHeight == 0 || rawHeight == INT32_MIN) return Decline(fd);
+    if (!plain || width <= 0 || rawHeight == 0 || rawHeight == INT32_MIN) return Rewind(fd);
     const bool topDown = rawHeight < 0;
     const std::int32_t height = topDown ? -rawHeight : rawHeight;
-    if (width > maxSide || height > maxSide || pixelsAt < FileHeadBytes + infoSize) return Decline(fd);
+    if (width > maxSide || height > maxSide || pixelsAt < FileHeadBytes + infoSize) return Rewind(fd);
     // Rows are padded to four bytes. A file too short for the rows its header promises is
     // no plain picture; checked before the picture's memory is taken, so that a damaged
     // header cannot claim a gigabyte.
@@ -85,25 +98,66 @@ QImage ReadPlainBmp(int fd, int maxSide) {
     struct stat file {};
     if (::fstat(fd, &file) != 0 ||
         static_cast<std::uint64_t>(file.st_size) < pixelsAt + static_cast<std::uint64_t>(rowBytes) * static_cast<std::uint64_t>(height))
-        return Decline(fd);
-    if (::lseek(fd, static_cast<off_t>(pixelsAt), SEEK_SET) != static_cast<off_t>(pixelsAt)) return Decline(fd);
+        return Rewind(fd);
+    if (::lseek(fd, static_cast<off_t>(pixelsAt), SEEK_SET) != static_cast<off_t>(pixelsAt)) return Rewind(fd);
+    plainHead = {width, height, topDown, rowBytes};
+    return true;
+}
 
-    QImage image(width, height, QImage::Format_RGB32);
+// Reads every row, a chunk of whole rows at a time, and hands each to `row` with its
+// place counted from the top (the file holds the bottom row first unless the height is
+// negative). False when the file ends early.
+template <class RowSink>
+bool ReadRows(int fd, const PlainHead& head, RowSink&& row) {
+    const std::size_t rowsPerChunk = std::max<std::size_t>(1, ChunkBytes / head.rowBytes);
+    std::vector<unsigned char> chunk(rowsPerChunk * head.rowBytes);
+    for (std::int32_t done = 0; done < head.height;) {
+        const auto rows = static_cast<std::int32_t>(std::min<std::size_t>(rowsPerChunk, static_cast<std::size_t>(head.height - done)));
+        const std::size_t bytes = static_cast<std::size_t>(rows) * head.rowBytes;
+        if (ReadFully(fd, chunk.data(), bytes) != bytes) return false;
+        for (std::int32_t i = 0; i < rows; ++i, ++done)
+            row(head.topDown ? done : head.height - 1 - done, chunk.data() + static_cast<std::size_t>(i) * head.rowBytes);
+    }
+    return true;
+}
+
+} // namespace
+
+QImage ReadPlainBmp(int fd, int maxSide) {
+    PlainHead head;
+    if (!ReadHead(fd, maxSide, head)) return {};
+    QImage image(head.width, head.height, QImage::Format_RGB32);
     if (image.isNull()) return Decline(fd);
-    // The file holds the rows bottom row first unless the height is negative. They are
-    // read a chunk of whole rows at a time.
-    const std::size_t rowsPerChunk = std::max<std::size_t>(1, ChunkBytes / rowBytes);
-    std::vector<unsigned char> chunk(rowsPerChunk * rowBytes);
-    for (std::int32_t row = 0; row < height;) {
-        const auto rows = static_cast<std::int32_t>(std::min<std::size_t>(rowsPerChunk, static_cast<std::size_t>(height - row)));
-        const std::size_t bytes = static_cast<std::size_t>(rows) * rowBytes;
-        if (ReadFully(fd, chunk.data(), bytes) != bytes) return Decline(fd);
-        for (std::int32_t i = 0; i < rows; ++i, ++row) {
-            const unsigned char* in = chunk.data() + static_cast<std::size_t>(i) * rowBytes;
-            ConvertRow(in, reinterpret_cast<QRgb*>(image.scanLine(topDown ? row : height - 1 - row)), width);
+    const bool whole = ReadRows(fd, head, [&](std::int32_t y, const unsigned char* in) {
+        ConvertRow(in, reinterpret_cast<QRgb*>(image.scanLine(y)), head.width);
+    });
+    return whole ? image : Decline(fd);
+}
+
+std::vector<QImage> ReadPlainBmpParts(int fd, int maxSide, const std::vector<QRect>& parts) {
+    PlainHead head;
+    if (!ReadHead(fd, maxSide, head)) return {};
+    const QRect all(0, 0, head.width, head.height);
+    std::vector<QRect> areas;
+    std::vector<QImage> images;
+    for (const QRect& part : parts) {
+        areas.push_back(part.intersected(all));
+        images.emplace_back(areas.back().size(), QImage::Format_RGB32);
+        if (!areas.back().isEmpty() && images.back().isNull()) {
+            Rewind(fd);
+            return {};
         }
     }
-    return image;
+    const bool whole = ReadRows(fd, head, [&](std::int32_t y, const unsigned char* in) {
+        for (std::size_t i = 0; i < areas.size(); ++i) {
+            const QRect& area = areas[i];
+            if (area.isEmpty() || y < area.top() || y > area.bottom()) continue;
+            ConvertRow(in + 3 * static_cast<std::size_t>(area.left()),
+                       reinterpret_cast<QRgb*>(images[i].scanLine(y - area.top())), area.width());
+        }
+    });
+    if (!whole) Rewind(fd);
+    return whole ? images : std::vector<QImage>{};
 }
 
 } // namespace tolva

@@ -41,6 +41,24 @@ QImage ReadBuiltinPicture(const QString& resourcePath) {
     return reader.read();
 }
 
+std::vector<QImage> LoadPictureParts(const std::string& storedPath, const std::vector<QRect>& parts) {
+    FileRead opened = FileRead::Missing;
+    const int fd = OpenFileWithin(storedPath, MaxPictureBytes, opened);
+    if (fd < 0) return {};
+    std::vector<QImage> images = ReadPlainBmpParts(fd, QtPictureHolder::MaxSide, parts);
+    ::close(fd);
+    if (!images.empty()) return images;
+    // Any other kind of picture is read whole by Qt and cut.
+    QtPictureHolder whole("parts");
+    if (!whole.LoadFile(storedPath)) return {};
+    const QRect all = whole.Image().rect();
+    for (const QRect& part : parts) {
+        const QRect area = part.intersected(all);
+        images.push_back(area.isEmpty() ? QImage() : whole.Image().copy(area));   // copy() of no rectangle is all
+    }
+    return images;
+}
+
 bool QtPictureHolder::LoadFile(const std::string& storedPath) {
     // The file is opened the game's own way (a pipe is turned away, never waited on, and
     // a file over the bound is refused) and decoded as it is read: a picture's bytes

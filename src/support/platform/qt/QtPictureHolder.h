@@ -32,6 +32,11 @@ namespace tolva {
 // null image if it is not there.
 QImage ReadBuiltinPicture(const QString& resourcePath);
 
+// The given rectangles of the picture in a stored path, each clipped to the picture, one
+// image each; an empty list if the file is missing or can't be read as a picture. A plain
+// BMP is converted only where the rectangles lie.
+std::vector<QImage> LoadPictureParts(const std::string& storedPath, const std::vector<QRect>& parts);
+
 class QtPictureHolder final : public PictureHolder {
 public:
     // Sides above this are refused on loading, as the headless reader refuses them.
