@@ -51,6 +51,10 @@ QStringList PluginFolders() {
     return {QCoreApplication::applicationDirPath() + "/plugins", QStringLiteral(TOLVA_BUILD_GAME_DIR "/plugins")};
 }
 
+// The heap the first screen takes after the game's objects are built: the pictures and
+// their copies on the screen, the level table and the set read into it, the hiscore table.
+constexpr std::size_t StartupHeapBytes = std::size_t{2304} << 10;
+
 } // namespace
 
 void GameApp::MakeServices() {
@@ -177,6 +181,9 @@ int GameApp::ScreenHeight() const {
 }
 
 void GameApp::LoadGfx() {
+    // What the first screen needs from here on, the pictures and the level set, in
+    // pages made ready in one go.
+    PrepareStartupHeap(StartupHeapBytes);
     window_->SetMeHeight();
     window_->ShowLoading();
     loop_.DoEvents();
