@@ -123,6 +123,34 @@ TEST(LevelSolver, SolutionsOfSmallBoardsClearOnTheEngine) {
     }
 }
 
+TEST(LevelSolver, AMendedLineClearsOnTheEngine) {
+    // A board of four colours whose first, one-board-wide pass ends short of a clear;
+    // with no time for widening and all of the rest for mending, the clear must come
+    // from a pass started part way along that line, and replayed from the start it
+    // must clear the game's own board.
+    const LevelRecord level = MakeLevel(10, {"30010031", "00332331", "22332213", "22213023",
+                                             "33003232", "21231310", "10002321", "03123312"});
+    const PlayBoard board(level);
+    SolveOptions o = Budget(10);
+    o.wideningShare = 0;
+    o.mendingShare = 1;
+    std::vector<PassReport> passes;
+    o.onPass = [&](const PassReport& r) { passes.push_back(r); };
+    const SolveResult r = SolveLevel(board, o);
+    ASSERT_TRUE(r.solved);
+    ASSERT_FALSE(passes.empty());
+    EXPECT_EQ(passes.front().from, 0);
+    EXPECT_EQ(passes.front().width, 1);
+    EXPECT_GT(passes.front().fewestCells, 0);
+    EXPECT_GT(r.from, 0);
+    EXPECT_LT(r.from, static_cast<int>(r.clicks.size()));
+    for (std::size_t i = 1; i < passes.size(); ++i) EXPECT_GT(passes[i].from, 0) << "pass " << i;
+    EXPECT_TRUE(ReplayClears(board, r.clicks));
+    EXPECT_TRUE(EngineClears(level, r.clicks));
+    // Mending draws its cut points and weights from the seed alone.
+    EXPECT_EQ(SolveLevel(board, o).clicks, r.clicks);
+}
+
 TEST(LevelSolver, AColourLeftAloneIsNoClear) {
     const PlayBoard lone(MakeLevel(10, {"0", "1", "1"}));
     EXPECT_TRUE(HasStrandedBrick(lone));

@@ -41,8 +41,8 @@ constexpr int EndgameNodes = 2000;
 // The most the beam widens towards the end, in the passes that widen.
 constexpr int MaxWidening = 16;
 
-// The first share of the budget goes to the widening passes, the rest to varied ones.
-constexpr double WideningShare = 0.8;
+// How many partial lines the mending stage keeps to mend.
+constexpr std::size_t KeptLines = 6;
 
 // How one pass searches. Which of them clears a large level first varies from level
 // to level, and a pass that misses tends to miss at every width, so each width is tried
@@ -128,13 +128,18 @@ private:
 
 class BeamSearch {
 public:
-    BeamSearch(const PlayBoard& from, const SolveOptions& options, Clock::time_point until)
-        : start(from), weights(options.weights), endWeights(options.weights), deadline(until), rng(options.seed), endgame(endgameStates, endWeights) {}
+    BeamSearch(const SolveOptions& options, Clock::time_point until)
+        : weights(options.weights), endWeights(options.weights), deadline(until), rng(options.seed), endgame(endgameStates, endWeights) {}
 
-    // One pass at the given width, ending at `until` at the latest. Gives true and fills
-    // `result` on a clear.
-    bool Run(int width, const Weights& passWeights, const Style& style, Clock::time_point until, SolveResult& result);
+    // One pass at the given width from `from`, ending at `until` at the latest. Gives
+    // true and fills `result` on a clear, its clicks counted from `from`. Either way
+    // `line` is left holding the clicks from `from` to the board nearest a clear at the
+    // deepest point the pass reached, and `lineEnd` that board.
+    bool Run(const PlayBoard& from, int width, const Weights& passWeights, const Style& style, Clock::time_point until,
+             SolveResult& result);
     PassReport report;
+    std::vector<Cell> line;
+    PlayBoard lineEnd;
 
 private:
     bool Expand(const std::vector<PlayBoard>& states, std::vector<Candidate>& next, SolveResult& result,
@@ -142,11 +147,12 @@ private:
     bool Keep(const std::vector<PlayBoard>& states, std::vector<Candidate>& next, int width,
               std::vector<PlayBoard>& kept, std::vector<Step>& steps, std::vector<ColumnParts>& keptParts);
     std::vector<Cell> Path(const std::vector<std::vector<Step>>& trail, int index, Cell last) const;
+    // The clicks to state `index` of depth `depth` (trail[depth - 1] made it).
+    std::vector<Cell> PathTo(const std::vector<std::vector<Step>>& trail, std::size_t depth, int index) const;
 
     bool TryEndgame(const std::vector<PlayBoard>& states, const std::vector<std::vector<Step>>& trail,
                     SolveResult& result);
 
-    const PlayBoard& start;
     Weights weights;              // of the pass under way
     const Weights endWeights;     // of the endgame, the same in every pass
     Clock::time_point deadline;
@@ -162,23 +168,43 @@ private:
     Style style;
 };
 
-bool BeamSearch::Run(int width, const Weights& passWeights, const Style& passStyle, Clock::time_point until,
-                     SolveResult& result) {
+bool BeamSearch::Run(const PlayBoard& from, int width, const Weights& passWeights, const Style& passStyle,
+                     Clock::time_point until, SolveResult& result) {
     weights = passWeights;
     style = passStyle;
     deadline = until;
     const int widening = style.widening;
-    std::vector<PlayBoard> states{start};
+    std::vector<PlayBoard> states{from};
     stateParts.clear();
     std::vector<std::vector<Step>> trail;   // trail[d][i]: how state i of depth d + 1 came about
     std::vector<Candidate> next;
-    const int startCells = start.Occupied();
-    report = PassReport{width, 0, startCells};
+    const int startCells = from.Occupied();
+    report = PassReport{.width = width, .depth = 0, .fewestCells = startCells};
+    // The deepest depth with boards and, there, the board of fewest cells (the first such
+    // in the beam's order, so the best by the estimate among them).
+    std::size_t lineDepth = 0;
+    int lineIndex = 0;
+    auto keepLine = [&] {
+        line = PathTo(trail, lineDepth, lineIndex);
+        lineEnd = lineDepth == 0 ? from : states[static_cast<std::size_t>(lineIndex)];
+    };
     bool cut = false;   // some board was left out for want of width
     while (!states.empty()) {
-        if (Clock::now() > deadline) return false;
         report.depth = static_cast<int>(trail.size());
-        for (const PlayBoard& s : states) report.fewestCells = std::min(report.fewestCells, s.Occupied());
+        int fewest = startCells + 1;
+        for (std::size_t i = 0; i < states.size(); ++i) {
+            const int cells = states[i].Occupied();
+            report.fewestCells = std::min(report.fewestCells, cells);
+            if (cells < fewest) {
+                fewest = cells;
+                lineIndex = static_cast<int>(i);
+            }
+        }
+        lineDepth = trail.size();
+        if (Clock::now() > deadline) {
+            keepLine();
+            return false;
+        }
         next.clear();
         if (Expand(states, next, result, trail)) return true;
         std::vector<PlayBoard> kept;
@@ -189,6 +215,10 @@ bool BeamSearch::Run(int width, const Weights& passWeights, const Style& passSty
         const int cells = std::max(1, report.fewestCells);
         const int grow = std::clamp(startCells / cells, 1, widening);
         cut = Keep(states, next, width * grow, kept, steps, keptParts) || cut;
+        if (kept.empty()) {
+            keepLine();
+            break;
+        }
         stateParts = std::move(keptParts);
         trail.push_back(std::move(steps));
         if (TryEndgame(kept, trail, result)) return true;
@@ -288,6 +318,17 @@ bool BeamSearch::TryEndgame(const std::vector<PlayBoard>& states, const std::vec
     return false;
 }
 
+std::vector<Cell> BeamSearch::PathTo(const std::vector<std::vector<Step>>& trail, std::size_t depth, int index) const {
+    std::vector<Cell> path;
+    for (std::size_t d = depth; d-- > 0;) {
+        const Step& s = trail[d][static_cast<std::size_t>(index)];
+        path.push_back(s.click);
+        index = s.parent;
+    }
+    std::reverse(path.begin(), path.end());
+    return path;
+}
+
 std::vector<Cell> BeamSearch::Path(const std::vector<std::vector<Step>>& trail, int index, Cell last) const {
     std::vector<Cell> path{last};
     for (std::size_t d = trail.size(); d-- > 0;) {
@@ -301,16 +342,17 @@ std::vector<Cell> BeamSearch::Path(const std::vector<std::vector<Step>>& trail, 
 
 // A varied pass: the weights each scaled by a random factor around 1, the commonest
 // colour spared or not, the tops of the columns preferred more or less, a widening beam
-// of 8 to 32. (Among such passes on the largest default levels, those that widen, and
-// those that prefer the tops, ended with the fewest cells left; sparing the commonest
-// colour did as well as sparing none, and sparing a colour fixed at the start worse.)
+// of 8 up to `widest`. (Among such passes on the largest default levels, those that
+// widen, and those that prefer the tops, ended with the fewest cells left; sparing the
+// commonest colour did as well as sparing none, and sparing a colour fixed at the start
+// worse.)
 struct VariedPass {
     int width;
     Weights weights;
     Style style;
 };
 
-VariedPass MakeVariedPass(std::mt19937_64& rng, const SolveOptions& options) {
+VariedPass MakeVariedPass(std::mt19937_64& rng, const SolveOptions& options, int widest) {
     VariedPass pass;
     std::normal_distribution<double> jitter(0.0, 0.3);
     pass.weights = options.weights;
@@ -320,9 +362,69 @@ VariedPass MakeVariedPass(std::mt19937_64& rng, const SolveOptions& options) {
     pass.style.sparePenalty = (rng() & 1) ? 1.0 + static_cast<double>(rng() % 5) : 0.0;
     pass.style.widening = MaxWidening;
     pass.style.depthWeight = 0.1 * static_cast<double>(1 + rng() % 2);
-    const int width = 8 << (rng() % 3);
+    int steps = 1;
+    while ((8 << steps) <= widest) ++steps;
+    const int width = 8 << (rng() % static_cast<unsigned>(steps));
     pass.width = std::clamp(width, std::max(1, options.firstWidth), std::max(1, options.maxWidth));
     return pass;
+}
+
+// A partial line the mending stage may take up again: the clicks from the start to the
+// board nearest a clear that some pass reached.
+struct Line {
+    std::vector<Cell> clicks;
+    int cellsLeft = 0;
+    double estimate = 0;
+    std::uint64_t end = 0;   // the end board's hash, so that one end is kept once
+    int mended = 0;          // passes started from it that got no further
+};
+
+bool Nearer(const Line& a, const Line& b) {
+    return a.cellsLeft != b.cellsLeft ? a.cellsLeft < b.cellsLeft : a.estimate < b.estimate;
+}
+
+// The lines the mending stage works on: the best few that any pass reached.
+class LinePool {
+public:
+    // Keeps the line if it is new and nearer a clear than the worst kept; true if kept.
+    bool Offer(Line line) {
+        for (const Line& l : lines)
+            if (l.end == line.end) return false;
+        if (lines.size() < KeptLines) {
+            lines.push_back(std::move(line));
+            return true;
+        }
+        auto worst = std::max_element(lines.begin(), lines.end(), Nearer);
+        if (!Nearer(line, *worst)) return false;
+        *worst = std::move(line);
+        return true;
+    }
+    bool Empty() const { return lines.empty(); }
+    // One line to mend: the nearer a clear, the likelier.
+    Line& Pick(std::mt19937_64& rng) {
+        std::sort(lines.begin(), lines.end(), Nearer);
+        // Rank r of n is taken with a weight of n - r.
+        const std::size_t n = lines.size();
+        std::size_t roll = rng() % (n * (n + 1) / 2);
+        for (std::size_t r = 0; r < n; ++r) {
+            if (roll < n - r) return lines[r];
+            roll -= n - r;
+        }
+        return lines.front();
+    }
+
+private:
+    std::vector<Line> lines;
+};
+
+Line MakeLine(std::vector<Cell> clicks, const PlayBoard& end) {
+    Line line;
+    line.clicks = std::move(clicks);
+    const BoardFeatures f = MeasureBoard(end);
+    line.cellsLeft = f.occupied;
+    line.estimate = f.Estimate();
+    line.end = end.Hash();
+    return line;
 }
 
 } // namespace
@@ -337,42 +439,81 @@ SolveResult SolveLevel(const PlayBoard& start, const SolveOptions& options) {
     // A budget beyond what the clock can count is cut to about three years; one of 0 or
     // below, or not a number, leaves no time.
     const double seconds = options.seconds > 0 ? std::min(options.seconds, MaxSolveSeconds) : 0.0;
-    const auto deadline = Clock::now() + std::chrono::duration_cast<Clock::duration>(
-                                             std::chrono::duration<double>(seconds));
-    const auto wideningEnd = Clock::now() + std::chrono::duration_cast<Clock::duration>(
-                                                std::chrono::duration<double>(seconds * WideningShare));
-    BeamSearch search(start, options, deadline);
-    bool exhausted = false;   // a pass left out no board, so no clear exists
-    auto pass = [&](int width, const Weights& weights, const Style& style, Clock::time_point until) {
-        if (search.Run(width, weights, style, until, result)) {
+    const auto began = Clock::now();
+    auto after = [&](double share) {
+        return began + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds * share));
+    };
+    const auto deadline = after(1.0);
+    const auto wideningEnd = after(std::clamp(options.wideningShare, 0.0, 1.0));
+    BeamSearch search(options, deadline);
+    LinePool pool;
+    bool exhausted = false;   // a pass from the start left out no board, so no clear exists
+    // One pass from `prefix` (clicks from the start) and the board they lead to.
+    auto pass = [&](const std::vector<Cell>& prefix, const PlayBoard& from, int width, const Weights& weights,
+                    const Style& style, Clock::time_point until) {
+        if (search.Run(from, width, weights, style, until, result)) {
             result.solved = true;
             result.width = width;
+            result.from = static_cast<int>(prefix.size());
+            result.clicks.insert(result.clicks.begin(), prefix.begin(), prefix.end());
             return true;
         }
+        search.report.from = static_cast<int>(prefix.size());
         if (options.onPass) options.onPass(search.report);
-        exhausted = exhausted || search.report.exhaustive;
-        return false;
+        exhausted = exhausted || (prefix.empty() && search.report.exhaustive);
+        std::vector<Cell> clicks = prefix;
+        clicks.insert(clicks.end(), search.line.begin(), search.line.end());
+        return pool.Offer(MakeLine(std::move(clicks), search.lineEnd));
     };
-    // Most levels clear in the widening passes, most of them at a narrow beam.
+    // Most levels clear in the widening passes, most of them at a narrow beam. The first
+    // pass runs to its end whatever the share, so that there is a line to mend.
     bool over = false;
+    const std::vector<Cell> none;
     for (int width = std::max(1, options.firstWidth); width <= options.maxWidth && !over; width *= 2) {
         for (const Style& style : Styles) {
             Weights weights = options.weights;
             weights.distance *= style.distanceFactor;
-            if (pass(width, weights, style, wideningEnd)) return result;
-            if (exhausted) return result;
+            pass(none, start, width, weights, style, pool.Empty() ? deadline : wideningEnd);
+            if (result.solved || exhausted) return result;
             over = Clock::now() > wideningEnd;
             if (over) break;
         }
     }
     // A level they miss at one width they tend to miss at every width: their beams end
     // a few dozen cells short however wide they are, and where they end varies more
-    // with the weights than with the width. The rest of the budget goes to many
-    // narrower passes each searching its own way.
+    // with the weights than with the width. The rest of the budget goes half to passes
+    // from the start that each search their own way, half to mending: a pass from a
+    // point part way along one of the best lines so far, so that a line that went wrong
+    // only near its end is taken up again where it still stood well.
     std::mt19937_64 rng(options.seed);
+    const double mendingShare = std::clamp(options.mendingShare, 0.0, 1.0);
+    Clock::duration mending{}, varied{};
     while (Clock::now() < deadline) {
-        const VariedPass varied = MakeVariedPass(rng, options);
-        if (pass(varied.width, varied.weights, varied.style, deadline) || exhausted) return result;
+        const auto passBegan = Clock::now();
+        const double total = std::chrono::duration<double>(mending + varied).count();
+        const bool mend = !pool.Empty() && (mendingShare >= 1.0 ||
+                          (mendingShare > 0 && std::chrono::duration<double>(mending).count() <= mendingShare * total));
+        if (mend) {
+            Line& line = pool.Pick(rng);
+            // Cut between 40% and 90% of its length; a line whose mending keeps failing
+            // is cut nearer its start, since what went wrong may lie further back.
+            const double back = std::min(line.mended, 6) * 0.06;
+            std::uniform_real_distribution<double> share(0.4 - back, 0.9 - back);
+            const auto cutAt = static_cast<std::size_t>(share(rng) * static_cast<double>(line.clicks.size()));
+            std::vector<Cell> prefix(line.clicks.begin(), line.clicks.begin() + static_cast<std::ptrdiff_t>(cutAt));
+            ++line.mended;   // (reset to 0 in the copy it may be replaced by)
+            PlayBoard from = start;
+            for (const Cell& c : prefix) from.Click(c.x, c.y);
+            const VariedPass p = MakeVariedPass(rng, options, 64);
+            pass(prefix, from, p.width, p.weights, p.style, deadline);
+            if (result.solved) return result;
+            mending += Clock::now() - passBegan;
+        } else {
+            const VariedPass p = MakeVariedPass(rng, options, 32);
+            pass(none, start, p.width, p.weights, p.style, deadline);
+            if (result.solved || exhausted) return result;
+            varied += Clock::now() - passBegan;
+        }
     }
     return result;
 }

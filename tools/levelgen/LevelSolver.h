@@ -61,9 +61,11 @@ inline constexpr double MaxSolveSeconds = 1.0e8;
 // How one pass of the beam ended, for a level maker who watches a slow level.
 struct PassReport {
     int width = 0;
-    int depth = 0;                // clicks deep when the beam ran out of boards or time
+    int from = 0;                 // clicks deep where the pass started: 0 for one from the start
+    int depth = 0;                // clicks deep (from its start) when the beam ran out of boards or time
     int fewestCells = 0;          // the fewest cells left on any board it kept
-    bool exhaustive = false;      // it ran out of boards having left none out: no clear exists
+    bool exhaustive = false;      // it ran out of boards having left none out: from the start,
+                                  // that proves no clear exists
 };
 
 struct SolveOptions {
@@ -72,6 +74,8 @@ struct SolveOptions {
     int maxWidth = 1 << 14;       // widest beam tried
     int firstWidth = 1;
     Weights weights;              // of the board estimate that orders the search
+    double wideningShare = 0.2;   // of the budget for the widening passes
+    double mendingShare = 0.5;    // of the rest for mending passes, the others being varied ones
     std::function<void(const PassReport&)> onPass;   // called after each unsolved pass
 };
 
@@ -80,6 +84,7 @@ struct SolveResult {
     std::vector<Cell> clicks;     // cells in click order, valid on the board they were found for
     std::uint64_t states = 0;     // states looked at, for the curious
     int width = 0;                // beam width that found the clear
+    int from = 0;                 // clicks deep where the pass that found it started
 };
 
 // True when some value 0..10 has exactly one cell left: that brick can never go.
