@@ -43,6 +43,8 @@ constexpr int MaxWidening = 16;
 
 // How many partial lines the mending stage keeps to mend.
 constexpr std::size_t KeptLines = 6;
+// The most of the budget that one pass after the widening phase may take.
+constexpr double PassShare = 0.15;
 
 // How one pass searches. Which of them clears a large level first varies from level
 // to level, and a pass that misses tends to miss at every width, so each width is tried
@@ -490,6 +492,9 @@ SolveResult SolveLevel(const PlayBoard& start, const SolveOptions& options) {
     Clock::duration mending{}, varied{};
     while (Clock::now() < deadline) {
         const auto passBegan = Clock::now();
+        // No one pass may take more than a share of the budget: on the largest levels a
+        // wide pass from far back could otherwise take half of it for one chance.
+        const auto passEnd = std::min(deadline, passBegan + (after(PassShare) - began));
         const double total = std::chrono::duration<double>(mending + varied).count();
         const bool mend = !pool.Empty() && (mendingShare >= 1.0 ||
                           (mendingShare > 0 && std::chrono::duration<double>(mending).count() <= mendingShare * total));
@@ -505,12 +510,12 @@ SolveResult SolveLevel(const PlayBoard& start, const SolveOptions& options) {
             PlayBoard from = start;
             for (const Cell& c : prefix) from.Click(c.x, c.y);
             const VariedPass p = MakeVariedPass(rng, options, 64);
-            pass(prefix, from, p.width, p.weights, p.style, deadline);
+            pass(prefix, from, p.width, p.weights, p.style, passEnd);
             if (result.solved) return result;
             mending += Clock::now() - passBegan;
         } else {
             const VariedPass p = MakeVariedPass(rng, options, 32);
-            pass(none, start, p.width, p.weights, p.style, deadline);
+            pass(none, start, p.width, p.weights, p.style, passEnd);
             if (result.solved || exhausted) return result;
             varied += Clock::now() - passBegan;
         }

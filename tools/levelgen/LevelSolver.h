@@ -75,7 +75,7 @@ struct SolveOptions {
     int firstWidth = 1;
     Weights weights;              // of the board estimate that orders the search
     double wideningShare = 0.2;   // of the budget for the widening passes
-    double mendingShare = 0.5;    // of the rest for mending passes, the others being varied ones
+    double mendingShare = 0.75;   // of the rest for mending passes, the others being varied ones
     std::function<void(const PassReport&)> onPass;   // called after each unsolved pass
 };
 
