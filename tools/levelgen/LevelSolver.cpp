@@ -73,7 +73,7 @@ struct Step {
 struct Candidate {
     double score;
     int parent;
-    Cell click;
+    Group group;   // the group its click takes
 };
 
 // Exhaustive depth-first search of a small board, for the end of the beam: there the
@@ -244,13 +244,15 @@ bool BeamSearch::Keep(const std::vector<PlayBoard>& states, std::vector<Candidat
             std::sort(next.begin() + static_cast<std::ptrdiff_t>(look), next.end(), better);
         }
         const Candidate& c = next[k];
-        PlayBoard child = states[static_cast<std::size_t>(c.parent)];
-        child.Click(c.click.x, c.click.y);
+        const PlayBoard& parent = states[static_cast<std::size_t>(c.parent)];
+        PlayBoard child = parent;
+        child.Click(c.group.at.x, c.group.at.y);
         if (!seen.insert(child.Hash()).second) continue;
         kept.push_back(child);
         keptParts.emplace_back();
-        MeasureBoard(child, keptParts.back());
-        steps.push_back(Step{c.parent, c.click});
+        if (stateParts.empty()) MeasureBoard(child, keptParts.back());
+        else MeasureChild(parent, stateParts[static_cast<std::size_t>(c.parent)], child, c.group, keptParts.back());
+        steps.push_back(Step{c.parent, c.group.at});
     }
     return k < next.size();   // (the rest may be boards already kept: a cheap, safe answer)
 }
@@ -294,7 +296,7 @@ bool BeamSearch::Expand(const std::vector<PlayBoard>& states, std::vector<Candid
                 while (top > 0 && parent.Brick(g.at.x, top - 1) >= 0) --top;
                 score += style.depthWeight * (g.at.y - top);
             }
-            next.push_back(Candidate{score, static_cast<int>(i), g.at});
+            next.push_back(Candidate{score, static_cast<int>(i), g});
         }
         if ((i & 7) == 7 && Clock::now() > deadline) return false;
     }
