@@ -3,21 +3,34 @@
 //
 // Clearing a board completely is the hard question of this kind of game: most
 // sequences strand a lone brick of some colour, and from then on the level can never
-// be cleared. The search is a beam search over PlayBoard states, in two phases:
-//  - for the first four fifths of the budget, widened step by step (1, 2, 4, ...
-//    states per depth); each width is tried in a few styles in turn (the plain beam,
-//    one that widens further as the boards shrink, one that weighs far colours more),
-//    because which of them finds a large level's clear first varies from level to
-//    level. Most levels clear here, most of them at a narrow beam;
-//  - for the last fifth, many widening passes at widths of 8 to 32, each searching its
-//    own way: its weights scaled by random factors, the commonest colour spared for
-//    the end or not (a click on it costs more while other colours are left, so that it
-//    runs together into a few large groups instead of stranding), groups at the tops
-//    of the columns preferred more or less. On a level they miss, the widening passes
-//    end a few dozen cells short at any width; where a pass ends varies far more with
-//    how it weighs the board, so many differing narrow passes are more chances.
-// A pass that ran out of boards without leaving any out proves that there is no clear,
-// and the search stops there.
+// be cleared. The search is a beam search over PlayBoard states, in three kinds of pass:
+//  - for the first fifth of the budget (SolveOptions::wideningShare), widening passes
+//    (1, 2, 4, ... states per depth); each width is tried in a few styles in turn (the
+//    plain beam, one that widens further as the boards shrink, one that weighs far
+//    colours more), because which of them finds a level's clear first varies from
+//    level to level. Most levels clear here, most of them at a narrow beam. The first
+//    pass always runs to its end, so that there is a line to mend;
+//  - then, for three quarters of the time left (SolveOptions::mendingShare), mending
+//    passes. Every pass leaves a line: the clicks to the board nearest a clear (fewest
+//    cells, then the best estimate) at the deepest point it reached. The six best lines
+//    of the search are kept. A mending pass picks one of them (the better, the likelier),
+//    replays it up to a cut at a random point between 20% and 75% of its length, and
+//    runs a fresh beam of 8 to 64 boards with weights of its own from there. A line
+//    that gets further replaces the worst kept one. A line whose mending keeps failing
+//    is cut nearer its start each time, since what went wrong may lie further back;
+//  - the other quarter goes to varied passes from the start at widths of 8 and 16, each
+//    searching its own way: its weights scaled by random factors, the commonest colour
+//    spared for the end or not (a click on it costs more while other colours are left,
+//    so that it runs together into a few large groups instead of stranding), groups at
+//    the tops of the columns preferred more or less. They bring new lines to mend.
+// On the largest levels every pass from the start ends a dozen or a few dozen cells
+// short, at any width; but most of its line is sound, and a fresh beam from part way
+// along it, searching its own way, often gets through where the first went wrong. No
+// pass after the widening phase takes more than 15% of the budget, so that one wide
+// pass from far back on the largest levels does not use up the chances of many.
+// Only a pass from the start that ran out of boards without leaving any out proves
+// that there is no clear, and the search stops there; one from part way along a line
+// proves only that that line went wrong.
 // Each depth keeps the distinct boards that look closest to a clear (BoardFeatures):
 //  - a board with a colour of exactly one brick left is dead and is dropped;
 //  - otherwise each lone brick costs by how many bricks stand in the way of the
@@ -30,22 +43,12 @@
 // memory of boards proven unclearable.
 // Spells lying on the board are never clicked: they fall and are collected on their
 // own, so a solution also shows that a player can keep every spell of the level.
-// Ties and the varied passes are drawn from a seeded random number, so a run is
-// repeatable for a given seed as long as the same passes complete within the budget.
+// Ties, cut points and the varied passes are drawn from a seeded random number, so a
+// run is repeatable for a given seed as long as the same passes complete within the
+// budget (the split between mending and varied passes is kept by time, so a run that
+// goes past the widening phase may differ from one machine to another).
 //
-// UNFINISHED: at 60 seconds a level on one core, eight of the largest default levels
-// (83, 84, 86, 87, 91, 96, 97 and 99 in the last full run, which took 740.6 s for the
-// default set) are still not cleared; 85 and 100 cleared in about 50 s, both in the
-// varied passes, and the miniatures and the other default levels clear well within the
-// budget. On those eight every kind of pass tried ends a dozen or a few dozen cells
-// short, on boards that are already unclearable when they come down to a few dozen
-// cells (so a larger end search does not help), and neither a wider beam, nor other
-// weights of the estimate, nor a cost for a bottom brick whose colour is missing from
-// its column changed how far they get; the varied passes clear one of them now and
-// then (84 and 86 each within half a minute of varied passes in trials). What misleads
-// the search lies in the estimate, which sees lone bricks but not which groups must
-// stay whole for the last colours to meet: the end boards are long bottom rows of
-// mixed colours.
+// UNFINISHED: at 60 seconds a level on one core, LEVELS_TBD
 #include "BoardFeatures.h"
 #include "PlayBoard.h"
 
