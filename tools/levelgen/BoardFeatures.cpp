@@ -21,15 +21,20 @@ namespace {
 // at on either side: the answer holds while those columns stay as they are. (A look
 // that ran into the board's right end has looked at the last column, so a click that
 // empties columns there changes one it looked at.)
+// `values` holds each column's values (ColumnPart::values): a column without the colour
+// is passed over whole, and so is the single's own column when it holds no other brick
+// of its colour (`alone`).
 int DistanceToColour(const PlayBoard& board, int x, int y, int columns, const std::array<int, MaxBricks>& top,
-                     std::array<int, 2>& reach) {
+                     const std::array<unsigned, MaxBricks>& values, bool alone, std::array<int, 2>& reach) {
     const int side = board.Side();
     const auto v = board.Brick(x, y);
     int best = FarthestLook;
-    for (int yy = y - 2; yy >= top[static_cast<std::size_t>(x)] && y - yy - 1 < best; --yy)
-        if (board.Brick(x, yy) == v) best = y - yy - 1;
-    for (int yy = y + 2; yy < side && yy - y - 1 < best; ++yy)
-        if (board.Brick(x, yy) == v) best = yy - y - 1;
+    if (!alone) {
+        for (int yy = y - 2; yy >= top[static_cast<std::size_t>(x)] && y - yy - 1 < best; --yy)
+            if (board.Brick(x, yy) == v) best = y - yy - 1;
+        for (int yy = y + 2; yy < side && yy - y - 1 < best; ++yy)
+            if (board.Brick(x, yy) == v) best = yy - y - 1;
+    }
     const int from = std::max(0, x - LookColumns), to = std::min(columns - 1, x + LookColumns);
     for (int dir : {-1, 1}) {
         int between = 0;
@@ -37,6 +42,10 @@ int DistanceToColour(const PlayBoard& board, int x, int y, int columns, const st
         for (int xx = x + dir; xx >= from && xx <= to && between < best; xx += dir) {
             far = std::max(far, (xx - x) * dir);
             const int colTop = top[static_cast<std::size_t>(xx)];
+            if (!(values[static_cast<std::size_t>(xx)] >> v & 1u)) {
+                between += side - colTop;
+                continue;
+            }
             // Outward from the single's own row, as far as the best so far allows.
             for (int d = 0; between + d < best; ++d) {
                 const int up = y - d, down = y + d;
@@ -70,7 +79,8 @@ unsigned ColumnValues(const PlayBoard& board, int x, int columns, const std::arr
 // rings round. The joins and squares of a column are those to its right and below. A
 // ring of one colour round other bricks is rare and only makes the count one low,
 // which a search estimate can bear.
-ColumnPart MeasureColumn(const PlayBoard& board, int x, int columns, const std::array<int, MaxBricks>& top) {
+ColumnPart MeasureColumn(const PlayBoard& board, int x, int columns, const std::array<int, MaxBricks>& top,
+                         const std::array<unsigned, MaxBricks>& values) {
     ColumnPart p;
     const int side = board.Side();
     const int colTop = top[static_cast<std::size_t>(x)];
@@ -79,8 +89,8 @@ ColumnPart MeasureColumn(const PlayBoard& board, int x, int columns, const std::
     std::array<std::uint8_t, 11> own{};
     for (int y = colTop; y < side; ++y)
         if (board.Brick(x, y) <= 10) ++own[static_cast<std::size_t>(board.Brick(x, y))];
-    unsigned besideValues = 0;
-    bool besideKnown = false;
+    const unsigned besideValues = (x > 0 ? values[static_cast<std::size_t>(x - 1)] : 0u) |
+                                  (hasRight ? values[static_cast<std::size_t>(x + 1)] : 0u);
     std::array<int, 2> reach{};
     for (int y = colTop; y < side; ++y) {
         const auto v = board.Brick(x, y);
@@ -95,20 +105,18 @@ ColumnPart MeasureColumn(const PlayBoard& board, int x, int columns, const std::
             p.squares += right && down && board.Brick(x + 1, y + 1) == v;
             continue;
         }
-        p.distance += DistanceToColour(board, x, y, columns, top, reach);
-        if (own[static_cast<std::size_t>(v)] > 1) {
+        const bool alone = own[static_cast<std::size_t>(v)] == 1;
+        p.distance += DistanceToColour(board, x, y, columns, top, values, alone, reach);
+        if (!alone) {
             ++p.inColumn;
             continue;
-        }
-        if (!besideKnown) {
-            besideValues = ColumnValues(board, x - 1, columns, top) | ColumnValues(board, x + 1, columns, top);
-            besideKnown = true;
         }
         if (besideValues >> v & 1u) ++p.beside;
         else ++p.far;
     }
     p.reachLeft = reach[0];
     p.reachRight = reach[1];
+    p.values = values[static_cast<std::size_t>(x)];
     return p;
 }
 
@@ -158,8 +166,10 @@ BoardFeatures MeasureBoard(const PlayBoard& board, ColumnParts& parts) {
     std::array<int, MaxBricks> top{};
     parts.columns = FindColumns(board, top);
     parts.counts.fill(0);
+    std::array<unsigned, MaxBricks> values{};
+    for (int x = 0; x < parts.columns; ++x) values[static_cast<std::size_t>(x)] = ColumnValues(board, x, parts.columns, top);
     for (int x = 0; x < parts.columns; ++x) {
-        parts.parts[static_cast<std::size_t>(x)] = MeasureColumn(board, x, parts.columns, top);
+        parts.parts[static_cast<std::size_t>(x)] = MeasureColumn(board, x, parts.columns, top, values);
         for (int y = top[static_cast<std::size_t>(x)]; y < board.Side(); ++y) {
             const auto v = board.Brick(x, y);
             if (v <= 10) ++parts.counts[static_cast<std::size_t>(v)];
@@ -188,14 +198,17 @@ BoardFeatures MeasureChild(const PlayBoard& parent, const ColumnParts& parentPar
     while (first < columns && SameColumn(parent, first, child, first)) ++first;
     int lastNew = columns - 1;   // in the child's columns; the parent's is lastNew + shift
     while (lastNew >= first && SameColumn(parent, lastNew + shift, child, lastNew)) --lastNew;
+    std::array<unsigned, MaxBricks> values{};
     for (int x = 0; x < columns; ++x) {
         if (x < first || x > lastNew) {
             const int old = x < first ? x : x + shift;
             top[static_cast<std::size_t>(x)] = side - parentParts.parts[static_cast<std::size_t>(old)].cells;
+            values[static_cast<std::size_t>(x)] = parentParts.parts[static_cast<std::size_t>(old)].values;
         } else {
             int y = side - 1;
             while (y >= 0 && child.Brick(x, y) >= 0) --y;
             top[static_cast<std::size_t>(x)] = y + 1;
+            values[static_cast<std::size_t>(x)] = ColumnValues(child, x, columns, top);
         }
     }
     parts.columns = columns;
@@ -210,7 +223,7 @@ BoardFeatures MeasureChild(const PlayBoard& parent, const ColumnParts& parentPar
         const bool redo = (x >= first - 1 && x <= lastNew + 1) || (x < first && x + was.reachRight >= first) ||
                           (x > lastNew && x - was.reachLeft <= lastNew);
         if (redo) {
-            parts.parts[static_cast<std::size_t>(x)] = MeasureColumn(child, x, columns, top);
+            parts.parts[static_cast<std::size_t>(x)] = MeasureColumn(child, x, columns, top, values);
         } else {
             parts.parts[static_cast<std::size_t>(x)] = was;
         }

@@ -72,6 +72,7 @@ struct ColumnPart {
     int distance = 0;
     int reachLeft = 0;  // how many columns away its singles looked for their colour
     int reachRight = 0;
+    unsigned values = 0;   // the values 0..10 standing in the column, a bit each
 };
 
 struct ColumnParts {
