@@ -390,18 +390,17 @@ bool Nearer(const Line& a, const Line& b) {
 // The lines the mending stage works on: the best few that any pass reached.
 class LinePool {
 public:
-    // Keeps the line if it is new and nearer a clear than the worst kept; true if kept.
-    bool Offer(Line line) {
+    // Keeps the line if it ends on a board not kept yet and nearer a clear than the
+    // worst kept line.
+    void Offer(Line line) {
         for (const Line& l : lines)
-            if (l.end == line.end) return false;
+            if (l.end == line.end) return;
         if (lines.size() < KeptLines) {
             lines.push_back(std::move(line));
-            return true;
+            return;
         }
         auto worst = std::max_element(lines.begin(), lines.end(), Nearer);
-        if (!Nearer(line, *worst)) return false;
-        *worst = std::move(line);
-        return true;
+        if (Nearer(line, *worst)) *worst = std::move(line);
     }
     bool Empty() const { return lines.empty(); }
     // One line to mend: the nearer a clear, the likelier.
@@ -452,7 +451,8 @@ SolveResult SolveLevel(const PlayBoard& start, const SolveOptions& options) {
     BeamSearch search(options, deadline);
     LinePool pool;
     bool exhausted = false;   // a pass from the start left out no board, so no clear exists
-    // One pass from `prefix` (clicks from the start) and the board they lead to.
+    // One pass from the board that `prefix` (clicks from the start) leads to; its line
+    // is offered to the pool.
     auto pass = [&](const std::vector<Cell>& prefix, const PlayBoard& from, int width, const Weights& weights,
                     const Style& style, Clock::time_point until) {
         if (search.Run(from, width, weights, style, until, result)) {
@@ -460,14 +460,14 @@ SolveResult SolveLevel(const PlayBoard& start, const SolveOptions& options) {
             result.width = width;
             result.from = static_cast<int>(prefix.size());
             result.clicks.insert(result.clicks.begin(), prefix.begin(), prefix.end());
-            return true;
+            return;
         }
         search.report.from = static_cast<int>(prefix.size());
         if (options.onPass) options.onPass(search.report);
         exhausted = exhausted || (prefix.empty() && search.report.exhaustive);
         std::vector<Cell> clicks = prefix;
         clicks.insert(clicks.end(), search.line.begin(), search.line.end());
-        return pool.Offer(MakeLine(std::move(clicks), search.lineEnd));
+        pool.Offer(MakeLine(std::move(clicks), search.lineEnd));
     };
     // Most levels clear in the widening passes, most of them at a narrow beam. The first
     // pass runs to its end whatever the share, so that there is a line to mend.
@@ -485,10 +485,11 @@ SolveResult SolveLevel(const PlayBoard& start, const SolveOptions& options) {
     }
     // A level they miss at one width they tend to miss at every width: their beams end
     // a few dozen cells short however wide they are, and where they end varies more
-    // with the weights than with the width. The rest of the budget goes half to passes
-    // from the start that each search their own way, half to mending: a pass from a
-    // point part way along one of the best lines so far, so that a line that went wrong
-    // only near its end is taken up again where it still stood well.
+    // with the weights than with the width. The rest of the budget goes mostly to
+    // mending (SolveOptions::mendingShare of the time): a pass from a point part way
+    // along one of the best lines so far, so that a line that went wrong late is taken
+    // up again where it still stood well. The rest goes to passes from the start that
+    // each search their own way, for new lines.
     std::mt19937_64 rng(options.seed);
     const double mendingShare = std::clamp(options.mendingShare, 0.0, 1.0);
     Clock::duration mending{}, varied{};
@@ -511,12 +512,12 @@ SolveResult SolveLevel(const PlayBoard& start, const SolveOptions& options) {
             const auto cutAt = static_cast<std::size_t>(std::clamp(share(rng), 0.0, 1.0) *
                                                         static_cast<double>(line.clicks.size()));
             std::vector<Cell> prefix(line.clicks.begin(), line.clicks.begin() + static_cast<std::ptrdiff_t>(cutAt));
-            ++line.mended;   // (reset to 0 in the copy it may be replaced by)
+            ++line.mended;   // a line this pass gets further with is kept as a new one
             PlayBoard from = start;
             for (const Cell& c : prefix) from.Click(c.x, c.y);
             const VariedPass p = MakeVariedPass(rng, options, 64);
             pass(prefix, from, p.width, p.weights, p.style, passEnd);
-            if (result.solved) return result;
+            if (result.solved || exhausted) return result;
             mending += Clock::now() - passBegan;
         } else {
             const VariedPass p = MakeVariedPass(rng, options, 16);
