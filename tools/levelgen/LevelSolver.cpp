@@ -403,12 +403,6 @@ public:
         if (Nearer(line, *worst)) *worst = std::move(line);
     }
     bool Empty() const { return lines.empty(); }
-    // The fewest cells any kept line ends with.
-    int Best() const {
-        int fewest = MaxBricks * MaxBricks + 1;
-        for (const Line& l : lines) fewest = std::min(fewest, l.cellsLeft);
-        return fewest;
-    }
     // One line to mend: the nearer a clear, the likelier.
     Line& Pick(std::mt19937_64& rng) {
         std::sort(lines.begin(), lines.end(), Nearer);
@@ -499,8 +493,6 @@ SolveResult SolveLevel(const PlayBoard& start, const SolveOptions& options) {
     std::mt19937_64 rng(options.seed);
     const double mendingShare = std::clamp(options.mendingShare, 0.0, 1.0);
     Clock::duration mending{}, varied{};
-    int best = pool.Best();   // cells left at the end of the best line
-    int stale = 0;            // mending passes since that last went down
     while (Clock::now() < deadline) {
         const auto passBegan = Clock::now();
         // No one pass may take more than a share of the budget: on the largest levels a
@@ -514,11 +506,8 @@ SolveResult SolveLevel(const PlayBoard& start, const SolveOptions& options) {
             // Cut between 20% and 75% of its length (on the largest levels the mended
             // lines that cleared were mostly cut between a quarter and three fifths of
             // the way); a line whose mending keeps failing is cut nearer its start, since
-            // what went wrong may lie further back. So is every line while mending has
-            // not got the pool's best line any further for a while: a line a mending
-            // pass improves on is kept as a new line with the old one's start, so a
-            // family of lines may share a mistake made early.
-            const double back = std::min(std::max(line.mended, stale / 3), 5) * 0.04;
+            // what went wrong may lie further back.
+            const double back = std::min(line.mended, 5) * 0.04;
             std::uniform_real_distribution<double> share(0.2 - back, 0.75 - back);
             const auto cutAt = static_cast<std::size_t>(std::clamp(share(rng), 0.0, 1.0) *
                                                         static_cast<double>(line.clicks.size()));
@@ -529,8 +518,6 @@ SolveResult SolveLevel(const PlayBoard& start, const SolveOptions& options) {
             const VariedPass p = MakeVariedPass(rng, options, 64);
             pass(prefix, from, p.width, p.weights, p.style, passEnd);
             if (result.solved || exhausted) return result;
-            stale = pool.Best() < best ? 0 : stale + 1;
-            best = pool.Best();
             mending += Clock::now() - passBegan;
         } else {
             const VariedPass p = MakeVariedPass(rng, options, 16);
