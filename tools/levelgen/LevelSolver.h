@@ -49,18 +49,20 @@
 // goes past the widening phase may differ from one machine to another).
 //
 // UNFINISHED: at 60 seconds a level on one core, the largest default levels do not all
-// clear in every run. The last full run (605.7 s for the default set, 1.2 s for the
-// miniatures) left 84, 85, 91, 97 and 99 unsolved; the run before it (557.8 s) only 97
-// and 99. In four full runs made while tuning it, 83, 84, 85, 87 and 91 each failed
-// in one or more and cleared in the others (in 15 to 55 s), since which passes fit in
-// the budget depends on the machine's timing. 97 (1521 cells) has cleared by mending in
-// trials at 35 to 41 s, 99 (700 cells in ten colours) never so far: their mended lines
-// end a dozen or so cells short, on bottom rows of mixed colours. Each chance there is
-// a pass of a second or more, so a faster board measure (most of the time goes into it
-// and into the board's own compaction) would give more of them. Mending may also
-// spend too long on one family of lines: a line a mending pass improves on is kept as
-// a new line that shares the old one's start, so a mistake made early in all of them
-// is undone only by the passes from the start.
+// clear in every run. The last full run (581.8 s for the default set, 1.1 s for the
+// miniatures) left 87, 88, 91, 97 and 99 unsolved; of three earlier full runs of the
+// same search, one left only 97 and 99 (557.8 s), one 84, 85, 91, 97 and 99 (605.7 s).
+// Over full runs made while tuning it, 83, 84, 85, 87, 88, 91 and 100 each failed in
+// one or more and cleared in the others (in 15 to 55 s), since which passes fit in
+// the budget depends on the machine's timing. 97 (1521 cells) has cleared by mending
+// in trials at 35 to 41 s, 99 (700 cells in ten colours) never so far: their mended
+// lines end a dozen or so cells short, on bottom rows of mixed colours. Each chance
+// there is a pass of a second or more, so a faster board measure (most of the time
+// goes into it and into the board's own compaction) would give more of them. Mending
+// may also spend too long on one family of lines: a line a mending pass improves on is
+// kept as a new line that shares the old one's start, so a mistake made early in all of
+// them is undone only by the passes from the start. Cutting every kept line nearer its
+// start while the best line stalls was tried and gave no clear gain in one full run.
 #include "BoardFeatures.h"
 #include "PlayBoard.h"
 
