@@ -67,9 +67,11 @@ SolveOptions Budget(double seconds) {
 TEST(PlayBoard, RandomClicksLeaveTheSameGridsAsTheEngine) {
     // Random boards of three colours with hidden spells, a spell lying on the board and
     // holes in the air; each click is made on both and every cell compared after it.
+    // The last rounds play the largest board, where a click lets only the columns it
+    // touched fall and moves the ones right of an emptied column as a block.
     std::mt19937_64 rng(7);
-    for (int round = 0; round < 40; ++round) {
-        const int side = 10 + round % 3;
+    for (int round = 0; round < 44; ++round) {
+        const int side = round < 40 ? 10 + round % 3 : MaxBricks;
         LevelRecord level;
         level.levelbricks = static_cast<std::int16_t>(side);
         level.LevelName = "Random";
@@ -91,7 +93,7 @@ TEST(PlayBoard, RandomClicksLeaveTheSameGridsAsTheEngine) {
         engine.NewGame(number);
         PlayBoard model(level);
         std::vector<Group> groups;
-        for (int move = 0; move < 60; ++move) {
+        for (int move = 0; move < (side == MaxBricks ? 300 : 60); ++move) {
             model.FindGroups(groups);
             if (groups.empty() || listener.bonusScores > 0) break;
             const Group g = groups[rng() % groups.size()];

@@ -4,6 +4,8 @@
 
 namespace tolva::levelgen {
 
+static_assert(MaxBricks <= 64, "a click's columns are kept as bits of a 64-bit word");
+
 PlayBoard::PlayBoard() {
     bricks.fill(CellEmpty);
     spells.fill(NoSpell);
@@ -36,16 +38,16 @@ bool PlayBoard::IsValid(int x, int y) const {
 
 int PlayBoard::Click(int x, int y, std::vector<int>* collected) {
     if (!IsValid(x, y)) return 0;
-    int leftmost = x;
-    const int removed = FloodRemove(x, y, leftmost);
-    CleanArray(leftmost, collected);
+    std::uint64_t touched = 0;
+    const int removed = FloodRemove(x, y, touched);
+    CleanArray(touched, collected);
     return removed;
 }
 
 // The group as one 4-connected component of its value. The engine walks it depth first
 // in a fixed order; the order only decides how the removal is drawn, the set of cells
 // and what each becomes are the same.
-int PlayBoard::FloodRemove(int x, int y, int& leftmost) {
+int PlayBoard::FloodRemove(int x, int y, std::uint64_t& touched) {
     const std::int16_t c = Brick(x, y);
     std::array<std::int16_t, MaxBricks * MaxBricks> stack;
     int top = 0;
@@ -55,7 +57,7 @@ int PlayBoard::FloodRemove(int x, int y, int& leftmost) {
         bricks[i] = (spells[i] >= 0 && c <= 9) ? static_cast<std::int16_t>(spells[i] + FirstSpellCell)
                                                 : CellEmpty;
         ++removed;
-        leftmost = std::min(leftmost, cx);
+        touched |= std::uint64_t{1} << cx;
         stack[top++] = static_cast<std::int16_t>(i);
     };
     take(x, y);
@@ -71,55 +73,63 @@ int PlayBoard::FloodRemove(int x, int y, int& leftmost) {
 }
 
 // Columns fall and close up to the left; a spell number over an empty cell is dropped.
-// On a board that has fallen before, the columns left of `fromColumn` are untouched and
-// those from `used` on are empty, so only the ones between are looked at.
-void PlayBoard::Compact(int fromColumn) {
-    const int from = compact ? fromColumn : 0;
-    const int limit = compact ? used : side;
-    int target = from;
-    for (int x = from; x < limit; ++x) {
+// A board that has never fallen (cells in the air at the start) is compacted whole.
+// On one that has, only the columns in `touched` can have gaps and the columns from
+// `used` on are empty: each touched column falls on its own, and the columns right of
+// the first that emptied move left, each as one block of memory (a column is stored
+// top row first, in a row of MaxBricks cells).
+void PlayBoard::Compact(std::uint64_t touched) {
+    if (!compact) {
+        touched = 0;
+        used = side;
+        for (int x = 0; x < side; ++x) touched |= std::uint64_t{1} << x;
+    }
+    int firstEmpty = used;
+    for (int x = 0; x < used; ++x) {
+        if (!(touched >> x & 1u)) continue;
         int row = side - 1;
-        bool any = false;
         for (int y = side - 1; y >= 0; --y) {
             const int at = Index(x, y);
             if (bricks[at] == CellEmpty) continue;
-            const int to = Index(target, row);
-            const auto b = bricks[at], s = spells[at];
-            if (at != to) {
-                bricks[at] = CellEmpty;
-                spells[at] = NoSpell;
+            if (y != row) {
+                const int to = Index(x, row);
+                bricks[to] = bricks[at];
+                spells[to] = spells[at];
             }
-            bricks[to] = b;
-            spells[to] = s;
             --row;
-            any = true;
         }
         for (; row >= 0; --row) {
-            bricks[Index(target, row)] = CellEmpty;
-            spells[Index(target, row)] = NoSpell;
+            bricks[Index(x, row)] = CellEmpty;
+            spells[Index(x, row)] = NoSpell;
         }
-        if (any) ++target;
+        if (bricks[Index(x, side - 1)] == CellEmpty) firstEmpty = std::min(firstEmpty, x);
     }
-    for (int x = target; x < limit; ++x)
-        for (int y = 0; y < side; ++y) {
-            bricks[Index(x, y)] = CellEmpty;
-            spells[Index(x, y)] = NoSpell;
-        }
+    int target = firstEmpty;
+    for (int x = firstEmpty; x < used; ++x) {
+        if (bricks[Index(x, side - 1)] == CellEmpty) continue;
+        std::copy_n(&bricks[Index(x, 0)], side, &bricks[Index(target, 0)]);
+        std::copy_n(&spells[Index(x, 0)], side, &spells[Index(target, 0)]);
+        ++target;
+    }
+    for (int x = target; x < used; ++x) {
+        std::fill_n(&bricks[Index(x, 0)], side, CellEmpty);
+        std::fill_n(&spells[Index(x, 0)], side, NoSpell);
+    }
     compact = true;
     used = target;
 }
 
-void PlayBoard::CleanArray(int fromColumn, std::vector<int>* collected) {
-    Compact(fromColumn);
+void PlayBoard::CleanArray(std::uint64_t touched, std::vector<int>* collected) {
+    Compact(touched);
     for (;;) {
         int found = -1;
-        for (int x = 0; x < side && found < 0; ++x)
+        for (int x = 0; x < used && found < 0; ++x)
             if (Brick(x, side - 1) > 10) found = x;
         if (found < 0) return;
         if (collected) collected->push_back(Brick(found, side - 1) - FirstSpellCell);
         bricks[Index(found, side - 1)] = CellEmpty;
         spells[Index(found, side - 1)] = NoSpell;
-        Compact(found);
+        Compact(std::uint64_t{1} << found);
     }
 }
 
@@ -127,7 +137,7 @@ bool PlayBoard::Cleared() const { return Occupied() == 0; }
 
 int PlayBoard::Occupied() const {
     int n = 0;
-    for (int x = 0; x < side; ++x)
+    for (int x = 0; x < (compact ? used : side); ++x)
         for (int y = 0; y < side; ++y)
             if (Brick(x, y) >= 0) ++n;
     return n;
@@ -187,8 +197,10 @@ std::array<int, 12> PlayBoard::ValueCounts() const {
 }
 
 std::uint64_t PlayBoard::Hash() const {
+    // The columns from `used` on of a board that has fallen are empty and left out.
+    const int columns = compact ? used : side;
     std::uint64_t h = 1469598103934665603ull ^ static_cast<std::uint64_t>(side);
-    for (int x = 0; x < side; ++x)
+    for (int x = 0; x < columns; ++x)
         for (int y = 0; y < side; ++y) {
             const int i = Index(x, y);
             h = (h ^ static_cast<std::uint16_t>(bricks[i])) * 1099511628211ull;

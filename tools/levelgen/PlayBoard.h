@@ -72,15 +72,17 @@ public:
 
 private:
     static int Index(int x, int y) { return x * MaxBricks + y; }
-    int FloodRemove(int x, int y, int& leftmost);
-    void Compact(int fromColumn);
-    void CleanArray(int fromColumn, std::vector<int>* collected);
+    // Takes the group at (x, y); `touched` gets a bit for each column it had cells in.
+    int FloodRemove(int x, int y, std::uint64_t& touched);
+    void Compact(std::uint64_t touched);
+    void CleanArray(std::uint64_t touched, std::vector<int>* collected);
 
     int side = 10;
     std::array<std::int16_t, MaxBricks * MaxBricks> bricks{};
     std::array<std::int16_t, MaxBricks * MaxBricks> spells{};
     // Once the board has fallen, its columns in use are the first `used` ones: a click
-    // then needs to compact only from the leftmost column it touched to there.
+    // then needs to let fall only the columns it touched, and to move those right of an
+    // emptied one.
     bool compact = false;
     int used = 0;
 };
