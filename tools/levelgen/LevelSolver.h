@@ -49,20 +49,26 @@
 // goes past the widening phase may differ from one machine to another).
 //
 // UNFINISHED: at 60 seconds a level on one core, the largest default levels do not all
-// clear in every run. The last full run (581.8 s for the default set, 1.1 s for the
-// miniatures) left 87, 88, 91, 97 and 99 unsolved; of three earlier full runs of the
-// same search, one left only 97 and 99 (557.8 s), one 84, 85, 91, 97 and 99 (605.7 s).
-// Over full runs made while tuning it, 83, 84, 85, 87, 88, 91 and 100 each failed in
-// one or more and cleared in the others (in 15 to 55 s), since which passes fit in
-// the budget depends on the machine's timing. 97 (1521 cells) has cleared by mending
-// in trials at 35 to 41 s, 99 (700 cells in ten colours) never so far: their mended
-// lines end a dozen or so cells short, on bottom rows of mixed colours. Each chance
-// there is a pass of a second or more, so a faster board measure (most of the time
-// goes into it and into the board's own compaction) would give more of them. Mending
-// may also spend too long on one family of lines: a line a mending pass improves on is
-// kept as a new line that shares the old one's start, so a mistake made early in all of
-// them is undone only by the passes from the start. Cutting every kept line nearer its
-// start while the best line stalls was tried and gave no clear gain in one full run.
+// clear in every run. Two full runs of the default set side by side (one per core, the
+// miniatures 1.1 s each) took 540.5 s, leaving 83, 84, 87 and 99 unsolved, and 594.7 s,
+// leaving 83, 84, 87, 97, 99 and 100. Which of 83 to 100 fail changes from run to run:
+// 97 cleared in three of four tries (at 13, 58 and 60 s), and with other seeds 83, 87,
+// 88 and 100 cleared in 14 to 19 s, since which passes fit in the budget depends on
+// the machine's timing. 99 (700 cells in nine colours) has never cleared: its lines end a
+// dozen or so cells short, on bottom rows of lone bricks of mixed colours.
+// Its lines go wrong long before they end. From the boards at 150 cells of twelve lines
+// of its passes, beams up to 1024 wide found no clear in 5 s each; from the board at
+// 150 cells of the level's stored solution the search clears in 0.1 s, and from the
+// one at 250 cells once in three tries. So the estimate misses a mistake made while
+// some 250 or more cells stand: the stored solution's board there looks worse to it
+// than the search's own (more lone bricks, farther from their colour), with every
+// colour still equally common and the sides of the level standing whole. Weighing how
+// unevenly the colours stand, a bottom row of lone bricks, or a colour spared less
+// were tried and cleared no more levels than the search without them.
+// Mending may also spend too long on one family of lines: a line a mending pass
+// improves on is kept as a new line that shares the old one's start, so a mistake made
+// early in all of them is undone only by the passes from the start (cutting every
+// kept line nearer its start while the best line stalls gave no clear gain either).
 #include "BoardFeatures.h"
 #include "PlayBoard.h"
 
