@@ -18,7 +18,8 @@ namespace {
 // How many of the pages wholly inside [block, block + size) are in memory. Asked of the
 // kernel, not counted in faults: a kernel that hands out large folios or huge pages
 // takes fewer faults for the same pages, so fault counts say little across machines.
-std::size_t ResidentPages(const void* block, std::size_t size, std::size_t* pagesInAll) {
+// (Unused where the sanitizer owns the heap and the test skips.)
+[[maybe_unused]] std::size_t ResidentPages(const void* block, std::size_t size, std::size_t* pagesInAll) {
     const auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
     const auto start = (reinterpret_cast<std::uintptr_t>(block) + page - 1) & ~(page - 1);
     const auto end = (reinterpret_cast<std::uintptr_t>(block) + size) & ~(page - 1);
