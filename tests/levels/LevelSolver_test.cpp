@@ -203,6 +203,41 @@ TEST(LevelSolver, FirstDefaultLevelsAreSolvedAndClearOnTheEngine) {
     }
 }
 
+TEST(LevelSolver, ACapOnBoardsEndsTheSearchTheSameWayOnEveryMachine) {
+    // A miniature the first passes clear only at a width of a few boards, so that the
+    // cap falls in the middle of a search of several passes.
+    auto game = std::make_unique<LevelModule>();
+    SetAppPath(std::string(TOLVA_SOURCE_DIR) + "/game");
+    LevelSetReader reader(*game);
+    reader.LevelSetPath = "levels\\miniatures\\";
+    ASSERT_GE(reader.InitLevels().LevelsStored(), 8);
+    const PlayBoard board(game->Levels[7]);
+    SolveOptions timed = Budget(60);
+    timed.seed = 8;
+    const SolveResult free = SolveLevel(board, timed);
+    ASSERT_TRUE(free.solved);
+    ASSERT_GT(free.states, 2000u) << "the miniature is too easy to cut its search short";
+
+    // Capped where the timed search found its clear: the same clear, with all the time
+    // in the world.
+    SolveOptions capped = timed;
+    capped.seconds = MaxSolveSeconds;
+    capped.maxStates = free.states;
+    const SolveResult same = SolveLevel(board, capped);
+    ASSERT_TRUE(same.solved);
+    EXPECT_EQ(same.clicks, free.clicks);
+    EXPECT_EQ(same.states, free.states);
+
+    // Capped at half of that: no clear, and the search stops soon after the cap, however
+    // much time is left, at the same count every time.
+    capped.maxStates = free.states / 2;
+    const SolveResult half = SolveLevel(board, capped);
+    EXPECT_FALSE(half.solved);
+    EXPECT_GE(half.states, capped.maxStates);
+    EXPECT_LT(half.states, free.states);
+    EXPECT_EQ(SolveLevel(board, capped).states, half.states);
+}
+
 TEST(BoardFeatures, SinglesAreSortedByHowFarTheirColourIs) {
     // Columns from the left: 0 over 2 over 0 (each 0 has the other one brick away in its
     // column); 1 beside the 1-column; 3 with no 3 near; a pair of 4s.

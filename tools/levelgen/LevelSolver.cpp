@@ -131,7 +131,12 @@ private:
 class BeamSearch {
 public:
     BeamSearch(const SolveOptions& options, Clock::time_point until)
-        : weights(options.weights), endWeights(options.weights), deadline(until), rng(options.seed), endgame(endgameStates, endWeights) {}
+        : weights(options.weights), endWeights(options.weights), deadline(until),
+          stateCap(options.maxStates > 0 ? options.maxStates : ~std::uint64_t{0}), rng(options.seed),
+          endgame(endgameStates, endWeights) {}
+
+    // True once the pass's time or the search's count of boards is used up.
+    bool Spent(const SolveResult& result) const { return result.states >= stateCap || Clock::now() > deadline; }
 
     // One pass at the given width from `from`, ending at `until` at the latest. Gives
     // true and fills `result` on a clear, its clicks counted from `from`. Either way
@@ -158,6 +163,7 @@ private:
     Weights weights;              // of the pass under way
     const Weights endWeights;     // of the endgame, the same in every pass
     Clock::time_point deadline;
+    const std::uint64_t stateCap;
     std::mt19937_64 rng;
     std::uint64_t endgameStates = 0;
     Endgame endgame;
@@ -203,7 +209,7 @@ bool BeamSearch::Run(const PlayBoard& from, int width, const Weights& passWeight
             }
         }
         lineDepth = trail.size();
-        if (Clock::now() > deadline) {
+        if (Spent(result)) {
             keepLine();
             return false;
         }
@@ -298,7 +304,7 @@ bool BeamSearch::Expand(const std::vector<PlayBoard>& states, std::vector<Candid
             }
             next.push_back(Candidate{score, static_cast<int>(i), g});
         }
-        if ((i & 7) == 7 && Clock::now() > deadline) return false;
+        if ((i & 7) == 7 && Spent(result)) return false;
     }
     return false;
 }
@@ -309,7 +315,7 @@ bool BeamSearch::TryEndgame(const std::vector<PlayBoard>& states, const std::vec
     std::vector<Cell> tail;
     for (std::size_t i = 0; i < states.size(); ++i) {
         if (states[i].Occupied() > EndgameCells || !triedEnds.insert(states[i].Hash()).second) continue;
-        if (Clock::now() > deadline) return false;
+        if (Spent(result)) return false;
         const bool solved = endgame.Solve(states[i], EndgameNodes, tail);
         result.states += endgameStates;
         endgameStates = 0;
@@ -447,6 +453,7 @@ SolveResult SolveLevel(const PlayBoard& start, const SolveOptions& options) {
         return began + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds * share));
     };
     const auto deadline = after(1.0);
+    auto capped = [&] { return options.maxStates > 0 && result.states >= options.maxStates; };
     const auto wideningEnd = after(std::clamp(options.wideningShare, 0.0, 1.0));
     BeamSearch search(options, deadline);
     LinePool pool;
@@ -479,7 +486,7 @@ SolveResult SolveLevel(const PlayBoard& start, const SolveOptions& options) {
             weights.distance *= style.distanceFactor;
             pass(none, start, width, weights, style, pool.Empty() ? deadline : wideningEnd);
             if (result.solved || exhausted) return result;
-            over = Clock::now() > wideningEnd;
+            over = Clock::now() > wideningEnd || capped();
             if (over) break;
         }
     }
@@ -493,7 +500,7 @@ SolveResult SolveLevel(const PlayBoard& start, const SolveOptions& options) {
     std::mt19937_64 rng(options.seed);
     const double mendingShare = std::clamp(options.mendingShare, 0.0, 1.0);
     Clock::duration mending{}, varied{};
-    while (Clock::now() < deadline) {
+    while (Clock::now() < deadline && !capped()) {
         const auto passBegan = Clock::now();
         // No one pass may take more than a share of the budget: on the largest levels a
         // wide pass from far back could otherwise take half of it for one chance.

@@ -46,7 +46,9 @@
 // Ties, cut points and the varied passes are drawn from a seeded random number, so a
 // run is repeatable for a given seed as long as the same passes complete within the
 // budget (the split between mending and varied passes is kept by time, so a run that
-// goes past the widening phase may differ from one machine to another).
+// goes past the widening phase may differ from one machine to another). A search
+// stopped by a cap on the boards it looks at (SolveOptions::maxStates) before its time
+// is up is the same on every machine.
 //
 // UNFINISHED: at 60 seconds a level on one core, the largest default levels do not all
 // clear in every run. Two full runs of the default set side by side (one per core, the
@@ -103,6 +105,10 @@ struct SolveOptions {
     double wideningShare = 0.2;   // of the budget for the widening passes
     double mendingShare = 0.75;   // of the rest for mending passes, the others being varied ones
     std::function<void(const PassReport&)> onPass;   // called after each unsolved pass
+    // A cap on the boards looked at (SolveResult::states), 0 for none. A search stopped
+    // by this cap long before its time is up runs the same on every machine, so that a
+    // level maker can ask a question whose answer does not depend on the machine's speed.
+    std::uint64_t maxStates = 0;
 };
 
 struct SolveResult {
