@@ -1,7 +1,11 @@
 #include "LevelSetMaker.h"
 
+#include "LevelSolver.h"
+
 #include <algorithm>
 #include <atomic>
+#include <cmath>
+#include <optional>
 #include <mutex>
 #include <random>
 #include <stdexcept>
@@ -22,12 +26,29 @@ std::vector<int> ChoosePalette(int colours, std::mt19937_64& rng) {
 // who clear it, and half a point more if the greedy player clears it.
 double Friendliness(const Judgement& j) { return j.randomClearRate + (j.greedyClears ? 0.5 : 0.0); }
 
+// When none of a level's planned candidates is proven, up to this many times as many
+// again are designed, one at a time, until one is.
+constexpr int ExtraDesignRounds = 2;
+
 } // namespace
+
+bool ProvenBySolver(const LevelRecord& level, int number, std::uint64_t states) {
+    // Seeded with the level's number as `levels solve` is, and with all the time in the
+    // world, so that only the count of boards ends the search: the answer is the same on
+    // every machine, and a machine that looks at that many boards within the first
+    // fifth of the solver's budget finds the very same clear there.
+    SolveOptions options;
+    options.seconds = MaxSolveSeconds;
+    options.seed = static_cast<std::uint64_t>(number);
+    options.maxStates = states;
+    const PlayBoard board(level);
+    const SolveResult result = SolveLevel(board, options);
+    return result.solved && ReplayClears(board, result.clicks);
+}
 
 MadeLevel MakeLevel(const SetPlan& plan, int index, const MakeOptions& options) {
     const LevelPlanEntry& entry = plan.levels.at(static_cast<std::size_t>(index));
-    std::vector<MadeLevel> made;
-    for (int c = 0; c < entry.candidates; ++c) {
+    auto design = [&](int c) -> std::optional<MadeLevel> {
         std::mt19937_64 rng(options.seed * 0x9E3779B97F4A7C15ull + static_cast<std::uint64_t>(index) * 7919u +
                             static_cast<std::uint64_t>(c) * 104729u);
         DesignRequest request;
@@ -38,18 +59,21 @@ MadeLevel MakeLevel(const SetPlan& plan, int index, const MakeOptions& options) 
         request.maxGroup = entry.maxGroup;
         request.spells = entry.spells;
         for (int attempt = 0; attempt < 200; ++attempt) {
-            auto design = DesignLevel(request, rng);
-            if (!design) continue;
+            auto designed = DesignLevel(request, rng);
+            if (!designed) continue;
             MadeLevel level;
-            level.record = design->record;
+            level.record = designed->record;
             level.record.LevelName = entry.name;
             level.record.levelgfxfolder = entry.folder;
-            level.solution = design->solution;
+            level.solution = designed->solution;
             level.judgement = JudgeLevel(PlayBoard(level.record), options.randomPlayers, options.seed + static_cast<std::uint64_t>(index));
-            made.push_back(level);
-            break;
+            return level;
         }
-    }
+        return std::nullopt;
+    };
+    std::vector<MadeLevel> made;
+    for (int c = 0; c < entry.candidates; ++c)
+        if (auto level = design(c)) made.push_back(*level);
     if (made.empty()) throw std::runtime_error("no design found for level " + std::to_string(index + 1));
     // Most forgiving first; a friendly level takes the first, a hard one the last.
     std::stable_sort(made.begin(), made.end(), [&](const MadeLevel& a, const MadeLevel& b) {
@@ -60,8 +84,36 @@ MadeLevel MakeLevel(const SetPlan& plan, int index, const MakeOptions& options) 
     if (entry.mood == Mood::Moderate)
         for (std::size_t i = 0; i < made.size(); ++i)
             if (made[i].judgement.greedyClears) pick = i;
+    const int candidates = static_cast<int>(made.size());
+    if (options.proveStates > 0) {
+        // The level shipped must be one the solver clears on its own, as `tolva2-cli levels
+        // solve` does it for this level. The judges rate most candidates of a hard level
+        // alike (no careless player clears any of them), so the choice among those is
+        // free: the candidates are tried from the one the mood picked outwards, nearest in
+        // friendliness first, and then a few more designs if none of them is proven.
+        const double wanted = Friendliness(made[pick].judgement);
+        std::vector<std::size_t> order(made.size());
+        for (std::size_t i = 0; i < order.size(); ++i) order[i] = i;
+        std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+            if ((a == pick) != (b == pick)) return a == pick;
+            return std::abs(Friendliness(made[a].judgement) - wanted) < std::abs(Friendliness(made[b].judgement) - wanted);
+        });
+        auto proven = [&](const MadeLevel& level) { return ProvenBySolver(level.record, index + 1, options.proveStates); };
+        std::optional<MadeLevel> chosen;
+        for (std::size_t i : order)
+            if (proven(made[i])) {
+                chosen = made[i];
+                break;
+            }
+        for (int c = entry.candidates; !chosen && c < entry.candidates * (1 + ExtraDesignRounds); ++c)
+            if (auto level = design(c); level && proven(*level)) chosen = *level;
+        if (!chosen)
+            throw std::runtime_error("no design of level " + std::to_string(index + 1) + " was cleared by the solver");
+        chosen->candidatesMade = candidates;
+        return *chosen;
+    }
     MadeLevel chosen = made[pick];
-    chosen.candidatesMade = static_cast<int>(made.size());
+    chosen.candidatesMade = candidates;
     return chosen;
 }
 

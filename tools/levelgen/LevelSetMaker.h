@@ -2,7 +2,8 @@
 // LevelSetMaker: turns a SetPlan into levels with their solutions. Every level is made
 // from its own seed (the set's seed and its number), so that a set is the same on every
 // run and a level can be remade alone. For each level several candidates are designed
-// and judged by the naive players of LevelJudge, and the plan's mood picks one.
+// and judged by the naive players of LevelJudge, and the plan's mood picks one; with
+// MakeOptions::proveStates, the nearest to that pick which the solver clears on its own.
 #include "LevelJudge.h"
 #include "LevelPlan.h"
 
@@ -25,7 +26,14 @@ struct MakeOptions {
     int randomPlayers = 40;
     int jobs = 1;                                           // levels made side by side
     std::function<void(int level, const MadeLevel&)> progress; // called as each level is done
+    // When above 0, a level is shipped only if the solver clears it within this many
+    // boards (see ProvenBySolver); 0 leaves the solver out.
+    std::uint64_t proveStates = 0;
 };
+
+// True when SolveLevel, seeded with the level's `number` as `tolva2-cli levels solve`
+// seeds it, clears the level within `states` boards looked at, its clicks replayed.
+bool ProvenBySolver(const LevelRecord& level, int number, std::uint64_t states);
 
 // One level of the plan (index from 0). Throws std::runtime_error if no design works.
 MadeLevel MakeLevel(const SetPlan& plan, int index, const MakeOptions& options);
