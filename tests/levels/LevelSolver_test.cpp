@@ -185,12 +185,24 @@ TEST(LevelSolver, AnyBudgetAboveZeroLeavesTimeToSearch) {
     EXPECT_FALSE(SolveLevel(PlayBoard(level), Budget(0)).solved);
 }
 
-TEST(LevelSolver, FirstDefaultLevelsAreSolvedAndClearOnTheEngine) {
+namespace {
+
+// One of the sets shipped with the game, loaded as the game loads it.
+std::unique_ptr<LevelModule> LoadShippedSet(const std::string& folder, int& stored) {
     auto game = std::make_unique<LevelModule>();
     SetAppPath(std::string(TOLVA_SOURCE_DIR) + "/game");
     LevelSetReader reader(*game);
-    reader.LevelSetPath = "levels\\default\\";
-    ASSERT_GE(reader.InitLevels().LevelsStored(), 12);
+    reader.LevelSetPath = "levels\\" + folder + "\\";
+    stored = reader.InitLevels().LevelsStored();
+    return game;
+}
+
+} // namespace
+
+TEST(LevelSolver, FirstDefaultLevelsAreSolvedAndClearOnTheEngine) {
+    int stored = 0;
+    const auto game = LoadShippedSet("default", stored);
+    ASSERT_GE(stored, 12);
     for (int n = 1; n <= 12; ++n) {
         const PlayBoard board(game->Levels[static_cast<std::size_t>(n - 1)]);
         SolveOptions o = Budget(30);
@@ -206,11 +218,9 @@ TEST(LevelSolver, FirstDefaultLevelsAreSolvedAndClearOnTheEngine) {
 TEST(LevelSolver, ACapOnBoardsEndsTheSearchTheSameWayOnEveryMachine) {
     // A miniature the first passes clear only at a width of a few boards, so that the
     // cap falls in the middle of a search of several passes.
-    auto game = std::make_unique<LevelModule>();
-    SetAppPath(std::string(TOLVA_SOURCE_DIR) + "/game");
-    LevelSetReader reader(*game);
-    reader.LevelSetPath = "levels\\miniatures\\";
-    ASSERT_GE(reader.InitLevels().LevelsStored(), 8);
+    int stored = 0;
+    const auto game = LoadShippedSet("miniatures", stored);
+    ASSERT_GE(stored, 8);
     const PlayBoard board(game->Levels[7]);
     SolveOptions timed = Budget(60);
     timed.seed = 8;
