@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <fstream>
 #include <iostream>
+#include <stdexcept>
 #include <string>
 
 namespace {
@@ -39,6 +40,14 @@ int Usage(const std::string& message) {
     return 2;
 }
 
+// A whole number of 0 or more, digits only: std::stoull alone would take "-1" for the
+// largest number there is, and a --prove of that would never end.
+std::uint64_t Count(const std::string& value) {
+    if (value.empty() || value.find_first_not_of("0123456789") != std::string::npos)
+        throw std::invalid_argument(value);
+    return std::stoull(value);
+}
+
 bool Parse(int argc, char** argv, Arguments& a, std::string& error) {
     for (int i = 1; i < argc; ++i) {
         const std::string arg = argv[i];
@@ -48,11 +57,11 @@ bool Parse(int argc, char** argv, Arguments& a, std::string& error) {
             if (arg == "--plan") a.plan = value;
             else if (arg == "--set") a.setFile = value;
             else if (arg == "--solutions") a.solutionFile = value;
-            else if (arg == "--seed") a.make.seed = std::stoull(value);
+            else if (arg == "--seed") a.make.seed = Count(value);
             else if (arg == "--jobs") a.make.jobs = std::stoi(value);
             else if (arg == "--players") a.make.randomPlayers = std::stoi(value);
             else if (arg == "--only") a.only = std::stoi(value);
-            else if (arg == "--prove") a.make.proveStates = std::stoull(value);
+            else if (arg == "--prove") a.make.proveStates = Count(value);
             else { error = "unknown option " + arg; return false; }
         } catch (const std::exception&) {
             error = "bad number for " + arg;
