@@ -34,12 +34,16 @@ void ApplyMenuLook() {
         palette.setColor(group, QPalette::Dark, deep);
         palette.setColor(group, QPalette::Shadow, deep);
     }
-    QApplication::setPalette(palette, "QMenu");
-
     QFont font("DejaVu Sans");
     font.setPixelSize(12);
     font.setBold(true);
-    QApplication::setFont(font, "QMenu");
+    // The small boxes the game asks and tells through (a level code, "INVALID
+    // LEVEL-CODE!", a question before a game is ended) wear the same colours; their
+    // labels, fields and buttons take them from the box.
+    for (const char* kind : {"QMenu", "QMessageBox", "QInputDialog"}) {
+        QApplication::setPalette(palette, kind);
+        QApplication::setFont(font, kind);
+    }
 }
 
 } // namespace tolva
