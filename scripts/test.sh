@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Sets up a fresh machine, builds everything and runs every test: first the whole
-# project, then the solver on every level of both shipped sets, then the core, tolva2-cli and the core tests again under AddressSanitizer and
+# project, then the solver on every level of both shipped sets, then the core,
+# tolva2-cli and the core tests again under AddressSanitizer and
 # UndefinedBehaviorSanitizer, with each fuzz target run for a few seconds (the tests
 # labelled fuzz; scripts/fuzz.sh runs them for longer).
 set -euo pipefail
