@@ -114,7 +114,8 @@ void GameSession::NewGameWithLevelCode_Click() {
     for (;;) {
         entry = platform_.Dialog.InputBox("LEVEL-CODE:", "ENTER LEVEL-CODE", entry);
         if (entry.empty()) return;
-        const std::int16_t found = LevelCodes::Find(entry);
+        std::int16_t found = LevelCodes::Find(entry);
+        if (found < 1) found = LevelCodes::FindClipboardText(entry);
         if (found > 0) {
             NewGame(found);
             return;

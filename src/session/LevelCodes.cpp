@@ -40,4 +40,14 @@ std::string LevelCodes::ClipboardText(std::int16_t level) {
     return "TOLVA II LEVEL-CODE FOR LEVEL " + NumberText(level) + " :" + CodeOf(level);
 }
 
+std::int16_t LevelCodes::FindClipboardText(const std::string& pasted) {
+    const std::size_t first = pasted.find_first_not_of(" \t\r\n");
+    if (first == std::string::npos) return -1;
+    std::string upper = pasted.substr(first, pasted.find_last_not_of(" \t\r\n") + 1 - first);
+    for (char& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    for (std::int16_t level = 1; level <= Count; ++level)
+        if (upper == ClipboardText(level)) return level;
+    return -1;
+}
+
 } // namespace tolva

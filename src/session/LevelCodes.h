@@ -19,6 +19,9 @@ public:
     static std::int16_t Find(const std::string& typed);
     // What "copy to clipboard" puts there for a level.
     static std::string ClipboardText(std::int16_t level);
+    // The level whose clipboard text the text is, pasted back whole (any case, with blanks
+    // or line ends around it), or -1: so the game takes back what it gave.
+    static std::int16_t FindClipboardText(const std::string& pasted);
 };
 
 } // namespace tolva
