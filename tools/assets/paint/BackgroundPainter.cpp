@@ -79,6 +79,12 @@ QImage BackgroundPainter::Standard()
     LogoPainter::Paint(p, QPointF(Size / 2.0, 215), 64);
     PaintKit::Caption(p, QRect(0, 267, Size, 24), QStringLiteral("clear the board, brick by brick"),
                       PaintKit::Font(15, false), PaintKit::Cream());
+    // How to begin, for a player who has not opened a menu yet: the Game menu opens with a
+    // right click beside the board or from the GAME button.
+    PaintKit::Caption(p, QRect(0, 318, Size, 22), QStringLiteral("press F2 to start a new game"),
+                      PaintKit::Font(13, true), PaintKit::Gold());
+    PaintKit::Caption(p, QRect(0, 342, Size, 20), QStringLiteral("or choose New game from the GAME menu"),
+                      PaintKit::Font(11, false), PaintKit::Cream());
     p.end();
     Vignette(image, 0.55);
     return image;
