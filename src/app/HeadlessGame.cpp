@@ -7,6 +7,7 @@
 #include "hiscores/HeadlessHiscoreView.h"
 #include "hiscores/HiscoreKeeper.h"
 #include "session/GameLevelSets.h"
+#include "session/BoardFocus.h"
 #include "session/GameSession.h"
 #include "session/HeadlessSessionView.h"
 #include "shared/LevelModule.h"
@@ -47,6 +48,7 @@ HeadlessGame::HeadlessGame(HeadlessEventLoop& loop, Dialogs& dialogs)
     board_ = std::make_unique<TolvaBoard>(*game_, settings_, platform, *session_);
     session_->AttachBoard(*board_);
     board_->SetTestTubeAnimation(testTube_.get());
+    focus_ = std::make_unique<BoardFocus>(*board_, *session_, settings_, *view_);
 
     levelSets_ = std::make_unique<GameLevelSets>(*game_, *session_, *board_, *view_, dialogs_, loop_);
     ConnectHiscoreTable(*levelSets_, *hiscores_, *view_, dialogs_);
@@ -58,6 +60,7 @@ HeadlessGame::HeadlessGame(HeadlessEventLoop& loop, Dialogs& dialogs)
 
 HeadlessGame::~HeadlessGame() {
     // The board holds the test tube's strip and the session the mascot: they go first.
+    focus_.reset();
     board_.reset();
     session_.reset();
 }

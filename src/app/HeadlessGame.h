@@ -20,6 +20,7 @@
 
 namespace tolva {
 
+class BoardFocus;
 class Dialogs;
 class GameLevelSets;
 class GameSession;
@@ -54,6 +55,7 @@ public:
 
     GameSession& Session() { return *session_; }
     TolvaBoard& Board() { return *board_; }
+    BoardFocus& Focus() { return *focus_; }
     LevelModule& Game() { return *game_; }
     GameSettings& Settings() { return settings_; }
     GameLevelSets& LevelSets() { return *levelSets_; }
@@ -88,6 +90,7 @@ private:
     WindowOpener windows_;
     std::unique_ptr<GameSession> session_;
     std::unique_ptr<TolvaBoard> board_;
+    std::unique_ptr<BoardFocus> focus_;
     std::unique_ptr<GameLevelSets> levelSets_;
     std::unique_ptr<GameStartup> startup_;
 };

@@ -157,6 +157,14 @@ void TolvaBoard::DropRunningEffects() {
     RemovedBricks = 0;
 }
 
+bool TolvaBoard::AwaitsClick() const {
+    if (GameIsOver || !BoardReady || SpellClickPending || EffectPlaying) return false;
+    if (game_.ActiveSpell != NoSpell || game_.SpellRunning) return false;
+    for (const auto* timer : {&timer1_, &bonusTimer_, &removeBonusTimer_, &bounceTimer_, &flashTimer_})
+        if ((*timer)->Enabled()) return false;
+    return true;
+}
+
 void TolvaBoard::JumpToLevel(std::int16_t Level) {
     game_.CurLevelNo = Level;
     NewGame(Level);

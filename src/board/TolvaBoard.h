@@ -161,6 +161,9 @@ public:
     void SetScoreEvents();
     void SetGameOver();
     void SetGameIsOverToTrue() { GameIsOver = true; }
+    // The board stands still and waits for the player: a game on, nothing painting over
+    // it, no spell armed or under way, no effect, bonus count or closing up to come.
+    bool AwaitsClick() const;
     std::int16_t CurLevel() const { return game_.CurLevelNo; }
     void JumpToLevel(std::int16_t Level);
 

@@ -19,6 +19,7 @@ enum class SessionLabel {
     LevelCode,  // lbLevelCode, "LEVEL-CODE:..." in the default set
     Clicks,     // lbClicks, "CLICKS: n" or "CLICKS: n / target"
     Pointer,    // Label1, "X:x,Y:y  TYPE:v"
+    Group,      // the group a click would take: "8 BRICKS = 64", empty for none
 };
 
 // One entry of the "Change level-set" menu: the set's name, its folder as a stored path

@@ -54,6 +54,7 @@ const std::vector<Key>& Keys() {
         {"UseExternalMusicFile", "UseExternalMusicFile", Form::Flag, &GameSettings::UseExternalMusicFile},
         {"ExtMusicPath", "extmusicpath", Form::Folder, &GameSettings::ExtMusicPath},
         {"ExtMusicFile", "extmusicfile", Form::Text, &GameSettings::ExtMusicFile},
+        {"showgroup", "showgroup", Form::Flag, &GameSettings::ShowGroup},
     };
     return keys;
 }

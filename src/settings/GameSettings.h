@@ -33,6 +33,8 @@ struct GameSettings {
     std::int32_t UpdateDelay = 200;   // the board's pause before closing up, at least 2
     std::int16_t HuntDelay = 0;
     bool AniDraw = true;
+    // Outline the group under the pointer or the keyboard's cursor, with its points.
+    bool ShowGroup = true;
 
     // Reads every key; a missing or empty value takes its default, a value that is no
     // number counts 0. Never fails: a missing file gives all the defaults.

@@ -1,6 +1,7 @@
 // tolva2-cli session: whole games without a window in a game folder of the shipped sets,
 // as a script drives them, and what they leave in the folder for the next start.
 #include "support/TempFolder.h"
+#include "support/ZenkorModule.h"
 
 #include "CliRunner.h"
 
@@ -137,4 +138,26 @@ TEST(CliSession, StopMessagesAndBadScriptsEndAsDocumented) {
     r = game.Session("newgame 1\nclick 1 7\nwait 2000\ninitials kim\nendgame\n");
     EXPECT_EQ(r.status, 0) << r.out;
     EXPECT_EQ(Cli("hiscore show " + Quote(game.Dir / "levels/default/hiscore.hi")).Lines().at(0).substr(0, 7), "1\tKIM\t1");
+}
+
+TEST(CliSession, HoverKeysAndCursorForetellAndMakeTheClick) {
+    GameDir game;
+    // Before a game nothing is outlined; in level 1 of the default set the 1s at (1, 7) are
+    // a group of six, the 7 at (0, 9) stands alone, and off the board there is nothing.
+    CliRun r = game.Session("hover 1 7\nnewgame 1\nhover -1 0\nhover 0 9\ncursor\nhover 1 7\n"
+                            "key Left\ncursor\nkey space\nwait 2000\nlabels\n"
+                            "arm gun\nhover 1 7\nkey F9\nquit\n");
+    EXPECT_EQ(r.status, 1) << r.out;   // the unknown key
+    EXPECT_TRUE(Contains(r.out, "group\t0\t0\ngroup\t0\t0\ngroup\t0\t0\ncursor\tnone\ngroup\t6\t36\n")) << r.out;
+    // The first arrow shows the cursor where the pointer rests, Space clicks there, and
+    // the score rises by the points foretold.
+    EXPECT_TRUE(Contains(r.out, "cursor\t1\t7\nScore: 000.000.036\n")) << r.out;
+    // With a spell armed nothing is outlined.
+    EXPECT_TRUE(Contains(r.out, "Pointer: X:1,Y:7  TYPE:1\ngroup\t0\t0\nerror: no key 'F9'")) << r.out;
+
+    // Switched off in tolva2.ini, nothing is outlined, and the key stays as it was put.
+    game.Dir.Write("tolva2.ini", "[main]\r\nshowgroup=0\r\n");
+    r = game.Session("newgame 1\nhover 1 7\nquit\n");
+    EXPECT_TRUE(Contains(r.out, "group\t0\t0\n")) << r.out;
+    EXPECT_EQ(tolva::ReadIni(game.Dir / "tolva2.ini", "main", "showgroup"), "0");
 }

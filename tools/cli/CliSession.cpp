@@ -8,6 +8,11 @@
 //   set FOLDER         chooses the set in levels\FOLDER as the menu does, answered OK
 //   table              the hiscore table as `hiscore show` prints it
 //   labels             the session's labels, one NAME: TEXT a line
+//   hover X Y          the pointer rests on cell (X, Y); prints "group<TAB>SIZE<TAB>POINTS"
+//                      for the group outlined there, "group<TAB>0<TAB>0" for none
+//   key NAME           a key of the main window: Left, Right, Up, Down, Space, Return,
+//                      Delete, or 1 to 6
+//   cursor             the keyboard's cursor: "cursor<TAB>X<TAB>Y", or "cursor<TAB>none"
 //   quit               the game's shutdown: the score offered to the table, the table and
 //                      tolva2.ini saved; the commands end here
 // Every message box is printed as "message: TEXT" and answered OK. Board events are not
@@ -22,6 +27,7 @@
 
 #include "app/HeadlessGame.h"
 #include "board/TolvaBoard.h"
+#include "session/BoardFocus.h"
 #include "hiscores/HeadlessHiscoreView.h"
 #include "hiscores/HiscoreKeeper.h"
 #include "levels/LevelSetReader.h"
@@ -62,6 +68,8 @@ public:
 private:
     std::string NewGame(const std::vector<std::string>& words);
     std::string Set(const std::vector<std::string>& words);
+    std::string Hover(const std::vector<std::string>& words);
+    std::string Key(const std::vector<std::string>& words);
     void PrintTable();
     void PrintLabels();
 
@@ -77,6 +85,8 @@ std::string SessionRun::Run(const std::string& line) {
     const std::string command = Lower(words[0]);
     if (command == "newgame") return NewGame(words);
     if (command == "set") return Set(words);
+    if (command == "hover") return Hover(words);
+    if (command == "key") return Key(words);
     if (command == "initials") {
         // The rest of the line as typed, blanks and all; Enter ends the entry.
         const std::size_t at = line.find_first_not_of(" \t", line.find_first_of(" \t", line.find_first_not_of(" \t")));
@@ -87,10 +97,15 @@ std::string SessionRun::Run(const std::string& line) {
     if (command == "endgame") game_.Session().mnuEndGame_Click();
     else if (command == "table") PrintTable();
     else if (command == "labels") PrintLabels();
+    else if (command == "cursor") {
+        const auto& cursor = game_.Focus().Marks().Cursor;
+        std::cout << "cursor\t" << (cursor ? std::to_string(cursor->X) + "\t" + std::to_string(cursor->Y) : "none") << '\n';
+    }
     else if (command == "quit") Quitted = game_.Quit();
     else
         return "unknown command '" + words[0] +
-               "'; use click, arm, wait, grid, spells, newgame, endgame, initials, set, table, labels or quit";
+               "'; use click, arm, wait, grid, spells, newgame, endgame, initials, set, table, labels, hover, key, "
+               "cursor or quit";
     return {};
 }
 
@@ -111,6 +126,44 @@ std::string SessionRun::Set(const std::vector<std::string>& words) {
         }
     }
     return "no level set '" + words[1] + "' in the menu";
+}
+
+std::string SessionRun::Hover(const std::vector<std::string>& words) {
+    const auto x = words.size() == 3 ? WholeNumber(words[1]) : std::nullopt;
+    const auto y = words.size() == 3 ? WholeNumber(words[2]) : std::nullopt;
+    if (!x || !y || *x < -MaxBricks || *x > 2 * MaxBricks || *y < -MaxBricks || *y > 2 * MaxBricks)
+        return "hover needs whole cell numbers X and Y";
+    // The pointer moves as the mouse would move it: the board hears it at the middle of the
+    // cell, then the outline is worked out for the board as it stands.
+    TolvaBoard& board = game_.Board();
+    const double w = host_.Surface.ScaleWidth() / board.xBricks();
+    const double h = host_.Surface.ScaleHeight() / board.xBricks();
+    board.UserControl_MouseMove(0, 0, static_cast<float>((*x + 0.5) * w), static_cast<float>((*y + 0.5) * h));
+    game_.Focus().PointerAt(static_cast<int>(*x), static_cast<int>(*y));
+    game_.Focus().Refresh();
+    const BoardMarks& marks = game_.Focus().Marks();
+    std::cout << "group\t" << marks.Group.size() << '\t' << NumberText(marks.Points()) << '\n';
+    return {};
+}
+
+std::string SessionRun::Key(const std::vector<std::string>& words) {
+    static constexpr std::pair<const char*, std::int16_t> Keys[] = {
+        {"left", BoardFocus::ArrowLeft},   {"right", BoardFocus::ArrowRight}, {"up", BoardFocus::ArrowUp},
+        {"down", BoardFocus::ArrowDown},   {"space", BoardFocus::KeySpace}, {"return", BoardFocus::KeyReturn},
+        {"delete", BoardFocus::KeyDelete},
+    };
+    if (words.size() != 2) return "key needs a NAME: Left, Right, Up, Down, Space, Return, Delete or 1 to 6";
+    const std::string name = Lower(words[1]);
+    std::int16_t code = -1;
+    for (const auto& [keyName, keyCode] : Keys)
+        if (name == keyName) code = keyCode;
+    if (name.size() == 1 && name[0] >= '1' && name[0] <= '6')
+        code = static_cast<std::int16_t>(BoardFocus::KeyFirstSpell + (name[0] - '1'));
+    if (code < 0) return "no key '" + words[1] + "'; use Left, Right, Up, Down, Space, Return, Delete or 1 to 6";
+    // As on the main window: the game's own keys hear it first, then the board's.
+    game_.Session().Form_KeyDown(code);
+    game_.Focus().KeyDown(code);
+    return {};
 }
 
 void SessionRun::PrintTable() {
@@ -181,7 +234,7 @@ const CliRegistration registration{CliCommand{
     "session",
     "session GAMEDIR [--seed S]        the whole game without a window in GAMEDIR, from commands on standard\n"
     "                                    input: the board's, newgame LEVEL, endgame, initials [TEXT], set FOLDER,\n"
-    "                                    table, labels, quit",
+    "                                    table, labels, hover X Y, key NAME, cursor, quit",
     RunSession}};
 
 } // namespace
