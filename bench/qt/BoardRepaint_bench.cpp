@@ -9,9 +9,13 @@
 #include "support/platform/qt/QtEventLoop.h"
 #include "support/platform/qt/QtPictureHolder.h"
 #include "board/qt/QtPictureStore.h"
+#include "session/BoardFocus.h"
+#include "session/GameSession.h"
+#include "session/HeadlessSessionView.h"
 
 #include <QApplication>
 #include <QEvent>
+#include <QMouseEvent>
 #include <QImage>
 #include <benchmark/benchmark.h>
 
@@ -124,6 +128,99 @@ void BM_MoveRepaint40(benchmark::State& state) {
     state.counters["paints"] = benchmark::Counter(screen.Painted.Paints, benchmark::Counter::kAvgIterations);
 }
 BENCHMARK(BM_MoveRepaint40)->Unit(benchmark::kMicrosecond);
+
+// The session's other partners, which a pointer sweep never reaches.
+class QuietServices final : public HiscoreService, public IdleAnimation {
+public:
+    void CheckIfHiScore(double, std::int16_t) override {}
+    void PrintHiScore(std::int16_t, std::int32_t, std::int32_t) override {}
+    std::int16_t CheckHiscorePlace(double) const override { return -1; }
+    void RestartIdle() override {}
+};
+
+// A 40 x 40 board of four colours in random groups, played by a session, with the group
+// under the pointer outlined on the real widget.
+struct FocusOnScreen {
+    QtEventLoop Loop;
+    BoardWidget Widget;
+    QtPictureStore Pictures{Loop, &Widget};
+    RecordingSoundEffects Sound;
+    ScriptedDialogs Dialog;
+    SeededRandom Rng{7};
+    GameSettings Settings;
+    std::unique_ptr<LevelModule> Game = std::make_unique<LevelModule>();
+    HeadlessSessionView View;
+    QuietServices Services;
+    StatLog Stats{"/dev/null"};
+    WindowOpener Windows;
+    PaintCounter Painted;
+    std::unique_ptr<GameSession> Session;
+    std::unique_ptr<TolvaBoard> Board;
+    std::unique_ptr<BoardFocus> Focus;
+
+    FocusOnScreen() {
+        const BoardPlatform platform{Loop, Widget, Pictures, Sound, Dialog, Rng};
+        Session = std::make_unique<GameSession>(*Game, Settings, platform, View,
+                                                SessionServices{Services, Stats, Services, Windows});
+        Board = std::make_unique<TolvaBoard>(*Game, Settings, platform, *Session);
+        Session->AttachBoard(*Board);
+        Focus = std::make_unique<BoardFocus>(*Board, *Session, Settings, View);
+        Widget.AttachBoard(Board.get());
+        Widget.AttachMarks(Focus.get());
+        Focus->SetMarksView(&Widget);
+        for (int i = 0; i < 10; ++i)
+            dynamic_cast<QtPictureHolder&>(Board->Gfx(i)).SetImage(Solid(25, 25, qRgb(20 * i, 255 - 20 * i, 90)));
+        QtPictureHolder back("eBack");
+        back.SetImage(Solid(500, 500, qRgb(10, 30, 60)));
+        Board->SetBackPicture(back);
+        LevelRecord& level = Game->Levels[0];
+        level.LevelName = "BENCH";
+        level.levelbricks = 40;
+        std::uint32_t seed = 12345;
+        for (int x = 0; x < 40; ++x)
+            for (int y = 0; y < 40; ++y) {
+                seed = seed * 1103515245u + 12345u;
+                level.BrickGrid(x, y) = static_cast<std::int16_t>((seed >> 16) % 4);
+            }
+        std::int16_t first = 1;
+        Board->NewGame(first);
+        Widget.show();
+        QApplication::processEvents();
+        Widget.installEventFilter(&Painted);
+    }
+    ~FocusOnScreen() {
+        Widget.AttachMarks(nullptr);
+        Widget.AttachBoard(nullptr);
+        Focus.reset();
+        Board.reset();
+    }
+};
+
+// The pointer swept over every cell of a 40 x 40 board, row by row, with what each step
+// shows brought to the screen: the cost of one step of the sweep, outline and repaint.
+void BM_PointerSweep40(benchmark::State& state) {
+    FocusOnScreen screen;
+    screen.Settings.ShowGroup = state.range(0) != 0;
+    const double cell = 500.0 / 40;
+    std::int64_t moves = 0;
+    std::int64_t outlined = 0;
+    for (auto _ : state) {
+        for (int y = 0; y < 40; ++y)
+            for (int x = 0; x < 40; ++x) {
+                const QPointF at((x + 0.5) * cell, (y + 0.5) * cell);
+                QMouseEvent move(QEvent::MouseMove, at, screen.Widget.mapToGlobal(at), Qt::NoButton, Qt::NoButton,
+                                 Qt::NoModifier);
+                QApplication::sendEvent(&screen.Widget, &move);
+                QApplication::processEvents();
+                outlined += screen.Focus->Marks().Group.empty() ? 0 : 1;
+                ++moves;
+            }
+    }
+    state.SetItemsProcessed(moves);
+    state.counters["outlined%"] = 100.0 * static_cast<double>(outlined) / static_cast<double>(moves);
+    state.counters["paints/move"] = static_cast<double>(screen.Painted.Paints) / static_cast<double>(moves);
+}
+BENCHMARK(BM_PointerSweep40)->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

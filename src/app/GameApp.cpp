@@ -14,6 +14,7 @@
 #include "board/qt/QtPictureStrip.h"
 #include "controls/IA.h"
 #include "session/GameLevelSets.h"
+#include "session/BoardFocus.h"
 #include "session/GameSession.h"
 #include "audio/Music.h"
 #include "audio/MusicPlayer.h"
@@ -140,9 +141,13 @@ GameApp::GameApp(EventLoop& loop, std::string commandLine, Dialogs* dialogs)
     levelSets_ = std::make_unique<GameLevelSets>(*game_, *session_, *board_, *window_, *dialogs_, loop_);
     ConnectHiscoreTable(*levelSets_, *hiscores_, *window_, *dialogs_);
 
+    focus_ = std::make_unique<BoardFocus>(*board_, *session_, settings_, *window_);
+    focus_->SetMarksView(&window_->BoardView());
+    window_->BoardView().AttachMarks(focus_.get());
+
     window_->StandardBackground = [this] { board_->SetBackPicture(*eBack_); };
     window_->Attach({session_.get(), board_.get(), &windows_, [this] { return startup_->Form_Unload(); },
-                     [this](int index) { ChooseLevelSet(index); }});
+                     [this](int index) { ChooseLevelSet(index); }, focus_.get()});
     startup_ = std::make_unique<GameStartup>(StartupParts{*game_, settings_, *session_, *board_, *levelSets_,
                                                           *window_, *dialogs_, *rng_, *sound_, *this,
                                                           [this] { musicPending_ = true; },
@@ -155,6 +160,8 @@ GameApp::~GameApp() {
     // test tube's strip: the board goes before the window and the strip.
     window_->Attach({});
     window_->BoardView().AttachBoard(nullptr);
+    window_->BoardView().AttachMarks(nullptr);
+    focus_.reset();
     board_.reset();
     session_.reset();
     idle_.reset();

@@ -25,6 +25,7 @@
 namespace tolva {
 
 class AudioPluginLoader;
+class BoardFocus;
 class Dialogs;
 class EventLoop;
 class GameLevelSets;
@@ -108,6 +109,7 @@ private:
     bool musicPending_ = false;
     std::unique_ptr<GameSession> session_;
     std::unique_ptr<TolvaBoard> board_;
+    std::unique_ptr<BoardFocus> focus_;
     std::unique_ptr<GameLevelSets> levelSets_;
     std::unique_ptr<GameStartup> startup_;
 };

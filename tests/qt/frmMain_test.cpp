@@ -19,6 +19,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QTimer>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -373,4 +374,62 @@ TEST(frmMain, TheJumpListIsMadeWhenOpenedAndFollowsTheSet) {
     entries[4]->trigger();
     EXPECT_TRUE(app.Session().GameRunning);
     EXPECT_EQ(game->CurLevelNo, 5);
+}
+
+TEST(frmMain, ThePointerOutlinesItsGroupAndTheKeysPlayTheBoard) {
+    TestWindow t("[main]\r\nanidraw=0\r\nplaysounds=0\r\nplayanimations=0\r\n");
+    auto [folder, game, dialogs, app] = t.Parts();
+    frmMain& window = app.Window();
+    ASSERT_TRUE(app.Start(1));
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    app.Session().NewGameMnu_Click();
+    BoardWidget& view = window.BoardView();
+    const int side = app.Board().xBricks();
+    auto cellAt = [&](int x, int y) {
+        return QPoint(static_cast<int>((x + 0.5) * view.width() / side), static_cast<int>((y + 0.5) * view.height() / side));
+    };
+    // Only the cells of the group differ from the board's own picture: the outline lies
+    // over them, and nothing else is touched. (1, 7) of level 1 is a group of six 1s.
+    // The pointer moves as the window system moves it: a move event to the board.
+    QMouseEvent move(QEvent::MouseMove, cellAt(1, 7), view.mapToGlobal(cellAt(1, 7)), Qt::NoButton, Qt::NoButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(&view, &move);
+    EXPECT_EQ(LabelText(window, "6 BRICKS"), "6 BRICKS = 36");
+    const QImage board = view.BackBuffer().copy();
+    const QImage shown = view.grab().toImage().convertToFormat(board.format());
+    ASSERT_EQ(shown.size(), board.size());
+    int changedInGroup = 0;
+    for (int y = 0; y < board.height(); ++y)
+        for (int x = 0; x < board.width(); ++x) {
+            if (shown.pixel(x, y) == board.pixel(x, y)) continue;
+            const int cx = x * side / board.width(), cy = y * side / board.height();
+            ASSERT_EQ(app.Board().Bricks(cx, cy), 1) << "a pixel changed outside the group at " << x << "," << y;
+            ++changedInGroup;
+        }
+    EXPECT_GT(changedInGroup, 0);
+
+    // Switched off from the Options menu, the board shows exactly its own picture again.
+    QAction* showGroup = nullptr;
+    for (QAction* entry : window.OptionsMenu().actions())
+        if (entry->text() == "Show group under pointer") showGroup = entry;
+    ASSERT_NE(showGroup, nullptr);
+    EXPECT_TRUE(showGroup->isChecked());
+    showGroup->trigger();
+    EXPECT_FALSE(app.Settings().ShowGroup);
+    EXPECT_EQ(view.grab().toImage().convertToFormat(board.format()), view.BackBuffer());
+    showGroup->trigger();
+
+    // The first arrow key puts the cursor where the pointer rests; Space clicks there.
+    QTest::keyClick(&window, Qt::Key_Left);
+    QTest::keyClick(&window, Qt::Key_Space);
+    EXPECT_EQ(app.Session().Score, 36);
+    QTest::keyClick(&window, Qt::Key_Down);
+    QTest::keyClick(&window, Qt::Key_Return);
+    EXPECT_GT(app.Session().Score, 36);
+
+    // The menus show their keys beside captions that stay as they were.
+    QAction* newGame = window.GameMenu().actions().front();
+    EXPECT_EQ(newGame->text(), "New game");
+    EXPECT_EQ(newGame->shortcut(), QKeySequence(Qt::Key_F2));
 }

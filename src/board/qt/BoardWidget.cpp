@@ -7,7 +7,11 @@
 
 #include <QCursor>
 #include <QPaintEvent>
+#include <QPainterPath>
 #include <QPixmap>
+
+#include <algorithm>
+#include <bitset>
 
 namespace tolva {
 
@@ -169,6 +173,79 @@ void BoardWidget::paintEvent(QPaintEvent* event) {
     // Whatever the board painted outside this event's area still has to reach the screen.
     if (!paintedInEvent_.isEmpty() && !event->region().contains(paintedInEvent_)) update(paintedInEvent_);
     paintedInEvent_ = QRect();
+    if (!marks_.Group.empty() || marks_.Cursor) PaintMarks(screen);
+    screen.end();
+    // Whatever was painted may follow a change of the board: the marks are looked at anew.
+    if (marksSource_ != nullptr) marksSource_->Refresh();
+}
+
+// ---- the marks of the player's focus -----------------------------------------------------------
+
+void BoardWidget::ShowMarks(const BoardMarks& marks) {
+    const QRegion before = MarksRegion(marks_);
+    marks_ = marks;
+    const QRegion now = before.united(MarksRegion(marks_));
+    if (!now.isEmpty()) update(now);
+}
+
+QRectF BoardWidget::CellRect(int side, const BoardCell& cell) const {
+    const double w = static_cast<double>(width()) / side;
+    const double h = static_cast<double>(height()) / side;
+    return {cell.X * w, cell.Y * h, w, h};
+}
+
+QRegion BoardWidget::MarksRegion(const BoardMarks& marks) const {
+    QRegion region;
+    if (marks.Side <= 0) return region;
+    for (const BoardCell& cell : marks.Group) region += CellRect(marks.Side, cell).toAlignedRect();
+    if (marks.Cursor) region += CellRect(marks.Side, *marks.Cursor).toAlignedRect();
+    return region;
+}
+
+void BoardWidget::PaintMarks(QPainter& screen) const {
+    if (marks_.Side <= 0) return;
+    screen.setRenderHint(QPainter::Antialiasing, true);
+    const double w = static_cast<double>(width()) / marks_.Side;
+    const double h = static_cast<double>(height()) / marks_.Side;
+    // The outline runs along every side of a group cell whose neighbour is not in the
+    // group, a little inside the cell, so that it stays within the cells it marks: a dark
+    // line under a gold one, readable on light bricks and dark alike.
+    std::bitset<MaxBricks * MaxBricks> in;
+    for (const BoardCell& c : marks_.Group) in.set(static_cast<std::size_t>(c.X * MaxBricks + c.Y));
+    auto inGroup = [&](int x, int y) {
+        return x >= 0 && y >= 0 && x < MaxBricks && y < MaxBricks && in.test(static_cast<std::size_t>(x * MaxBricks + y));
+    };
+    QPainterPath edges;
+    const double inset = 2.5;
+    for (const BoardCell& c : marks_.Group) {
+        const double l = c.X * w + inset, t = c.Y * h + inset;
+        const double r = (c.X + 1) * w - inset, b = (c.Y + 1) * h - inset;
+        // Each side reaches to the cell's edge where the group goes on, so that the lines
+        // of neighbouring cells meet.
+        const double l0 = inGroup(c.X - 1, c.Y) ? c.X * w : l, r0 = inGroup(c.X + 1, c.Y) ? (c.X + 1) * w : r;
+        const double t0 = inGroup(c.X, c.Y - 1) ? c.Y * h : t, b0 = inGroup(c.X, c.Y + 1) ? (c.Y + 1) * h : b;
+        if (!inGroup(c.X, c.Y - 1)) { edges.moveTo(l0, t); edges.lineTo(r0, t); }
+        if (!inGroup(c.X, c.Y + 1)) { edges.moveTo(l0, b); edges.lineTo(r0, b); }
+        if (!inGroup(c.X - 1, c.Y)) { edges.moveTo(l, t0); edges.lineTo(l, b0); }
+        if (!inGroup(c.X + 1, c.Y)) { edges.moveTo(r, t0); edges.lineTo(r, b0); }
+    }
+    if (!edges.isEmpty()) {
+        screen.strokePath(edges, QPen(QColor(20, 12, 0, 200), 4.0, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        screen.strokePath(edges, QPen(QColor(255, 210, 80), 2.0, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    }
+    if (marks_.Cursor) {
+        // The cursor: white corner brackets on a dark rim, unlike the outline's gold line.
+        const QRectF cell = CellRect(marks_.Side, *marks_.Cursor).adjusted(2, 2, -2, -2);
+        const double arm = std::max(3.0, cell.width() / 3);
+        QPainterPath corners;
+        const QPointF tl = cell.topLeft(), tr = cell.topRight(), bl = cell.bottomLeft(), br = cell.bottomRight();
+        corners.moveTo(tl + QPointF(0, arm)); corners.lineTo(tl); corners.lineTo(tl + QPointF(arm, 0));
+        corners.moveTo(tr - QPointF(arm, 0)); corners.lineTo(tr); corners.lineTo(tr + QPointF(0, arm));
+        corners.moveTo(br - QPointF(0, arm)); corners.lineTo(br); corners.lineTo(br - QPointF(arm, 0));
+        corners.moveTo(bl + QPointF(arm, 0)); corners.lineTo(bl); corners.lineTo(bl - QPointF(0, arm));
+        screen.strokePath(corners, QPen(QColor(0, 0, 0, 210), 4, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        screen.strokePath(corners, QPen(QColor(255, 255, 255), 2, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    }
 }
 
 void BoardWidget::resizeEvent(QResizeEvent* event) {
@@ -189,6 +266,12 @@ void BoardWidget::mouseMoveEvent(QMouseEvent* event) {
     const QPointF at = event->position();
     board_->UserControl_MouseMove(MouseButtonCode(event->buttons()), MouseShiftCode(event->modifiers()),
                                   static_cast<float>(at.x()), static_cast<float>(at.y()));
+    if (marksSource_ != nullptr) marksSource_->PointerAtPixel(static_cast<float>(at.x()), static_cast<float>(at.y()));
+}
+
+void BoardWidget::leaveEvent(QEvent* event) {
+    QWidget::leaveEvent(event);
+    if (marksSource_ != nullptr) marksSource_->PointerLeft();
 }
 
 void BoardWidget::mouseReleaseEvent(QMouseEvent* event) {

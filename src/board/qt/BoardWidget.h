@@ -20,6 +20,13 @@
 // button down or not) to UserControl_MouseMove. Presses are the board's too, whatever the
 // button: a right press on the board must never reach the window around it, which opens
 // its Game menu on a right press of its own surface.
+//
+// Over the buffer, and never in it, the widget draws the marks of the player's focus (the
+// outline of the group a click would take, the keyboard's cursor). They are drawn in the
+// paint event only, so the board's own pictures are never touched by them, and a change
+// of the marks asks for just the cells they cover. After every paint the source of the
+// marks is asked to look at the board again, since a paint follows every change of it.
+#include "board/BoardMarks.h"
 #include "support/platform/BoardSurface.h"
 
 #include <QImage>
@@ -30,7 +37,7 @@ namespace tolva {
 
 class TolvaBoard;
 
-class BoardWidget final : public QWidget, public BoardSurface {
+class BoardWidget final : public QWidget, public BoardSurface, public BoardMarksView {
     Q_OBJECT
 public:
     explicit BoardWidget(QWidget* parent = nullptr);
@@ -38,6 +45,9 @@ public:
 
     // The board that gets the mouse, Paint and Resize; nullptr for none.
     void AttachBoard(TolvaBoard* board) { board_ = board; }
+    // Who is told of the pointer and asked for the marks; nullptr for none.
+    void AttachMarks(BoardMarksSource* source) { marksSource_ = source; }
+    void ShowMarks(const BoardMarks& marks) override;
 
     double ScaleWidth() const override { return width(); }
     double ScaleHeight() const override { return height(); }
@@ -58,6 +68,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
 
 private:
     // The painter on the buffer, opened on first use after a paint event; nullptr for a
@@ -68,8 +79,15 @@ private:
     // Starts the buffer again from the back picture; the board must repaint.
     void ResetBuffer();
     void Changed(const QRect& area);
+    // The pixels of a cell as the board paints it, at the marks' side.
+    QRectF CellRect(int side, const BoardCell& cell) const;
+    // The cells the marks cover, to be brought up to date on screen.
+    QRegion MarksRegion(const BoardMarks& marks) const;
+    void PaintMarks(QPainter& screen) const;
 
     TolvaBoard* board_ = nullptr;
+    BoardMarksSource* marksSource_ = nullptr;
+    BoardMarks marks_;
     QImage buffer_;
     QPainter painter_;
     QImage backPicture_;

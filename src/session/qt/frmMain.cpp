@@ -135,6 +135,12 @@ void frmMain::MakeControls() {
     Label1_->resize(118, 13);
     lbClicks_->resize(120, 13);
     lbLevelCode_->resize(160, 13);
+    // The group under the pointer and its points, at the right end of the line, under
+    // the board's right edge; it lets clicks through to the level code beneath it.
+    lGroup_ = MakeLabel("", Pt8, QColor(242, 190, 72));
+    lGroup_->setGeometry(372, 543, 149, 13);
+    lGroup_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    lGroup_->setAttribute(Qt::WA_TransparentForMouseEvents);
 }
 
 void frmMain::MakeSpellBar() {
@@ -196,6 +202,7 @@ void frmMain::SetLabel(SessionLabel label, const std::string& bytes) {
     case SessionLabel::LevelCode: lbLevelCode_->setText(text); break;
     case SessionLabel::Clicks: lbClicks_->setText(text); break;
     case SessionLabel::Pointer: Label1_->setText(text); break;
+    case SessionLabel::Group: lGroup_->setText(text); break;
     }
 }
 

@@ -30,6 +30,7 @@
 
 namespace tolva {
 
+class BoardFocus;
 class BoardWidget;
 class Ebutton;
 class EventLoop;
@@ -53,6 +54,8 @@ public:
         std::function<bool()> Close;
         // An entry of "Change level-set" was chosen.
         std::function<void(int)> ChooseLevelSet;
+        // The keys of play from the keyboard, and the group outline's switch.
+        BoardFocus* Focus = nullptr;
     };
     void Attach(const Routes& routes) { routes_ = routes; }
 
@@ -153,6 +156,7 @@ private:
     QLabel* Label1_ = nullptr;
     QLabel* lbClicks_ = nullptr;
     QLabel* lbLevelCode_ = nullptr;
+    QLabel* lGroup_ = nullptr;
     QPixmap spellCursor_;
 
     std::vector<std::unique_ptr<QMenu>> ownMenus_;   // the top menus; see MakeMenus
@@ -169,6 +173,7 @@ private:
     QAction* ExportHiscore_ = nullptr;
     QAction* mnuAutoplay_ = nullptr;
     QAction* PCSPEAKERENABLED_ = nullptr;
+    QAction* mnuShowGroup_ = nullptr;
     std::vector<std::pair<QAction*, GameWindow>> windowEntries_;
 };
 

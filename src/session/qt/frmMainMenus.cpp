@@ -6,6 +6,7 @@
 #include "board/qt/BoardWidget.h"
 #include "controls/Ebutton.h"
 #include "controls/IA.h"
+#include "session/BoardFocus.h"
 #include "session/GameSession.h"
 
 #include <QCursor>
@@ -43,6 +44,14 @@ std::int16_t ClassicKeyCode(const QKeyEvent& event) {
     }
 }
 
+// Shows the key that does the same as an entry beside its caption. The key itself is
+// heard by the window (Form_KeyDown), not by the menu: the shortcut answers only inside
+// the open menu, so a key never acts twice.
+void ShowKey(QAction* entry, const QKeySequence& key) {
+    entry->setShortcut(key);
+    entry->setShortcutContext(Qt::WidgetShortcut);
+}
+
 } // namespace
 
 void frmMain::MakeMenus() {
@@ -50,9 +59,9 @@ void frmMain::MakeMenus() {
     // would be sized, every entry measured, whenever the window's own picture is drawn
     // (the mascot copies it at its first show), long before anyone opens a menu.
     gameMenu_ = OwnMenu("Game");
-    gameMenu_->addAction("New game", this, [this] {
+    ShowKey(gameMenu_->addAction("New game", this, [this] {
         if (routes_.Session) routes_.Session->NewGameMnu_Click();
-    });
+    }), Qt::Key_F2);
     gameMenu_->addSeparator();
     NewGameWithLevelCode_ = gameMenu_->addAction("Enter level-code...", this, [this] {
         if (routes_.Session) routes_.Session->NewGameWithLevelCode_Click();
@@ -64,8 +73,9 @@ void frmMain::MakeMenus() {
     mnuEndGame_ = gameMenu_->addAction("End game", this, [this] {
         if (routes_.Session) routes_.Session->mnuEndGame_Click();
     });
+    ShowKey(mnuEndGame_, Qt::Key_F12);
     gameMenu_->addSeparator();
-    WindowEntry(gameMenu_, "Help...", GameWindow::Help);
+    ShowKey(WindowEntry(gameMenu_, "Help...", GameWindow::Help), Qt::Key_F1);
     gameMenu_->addSeparator();
     gameMenu_->addAction("Exit", this, &frmMain::ExitNow);
 
@@ -138,9 +148,14 @@ void frmMain::ShowLevelEntry(int index) {
 
 void frmMain::MakeOptionsMenu() {
     optionsMenu_ = OwnMenu("mnuOptions");
-    WindowEntry(optionsMenu_, "Settings...", GameWindow::Settings);
+    ShowKey(WindowEntry(optionsMenu_, "Settings...", GameWindow::Settings), Qt::Key_F4);
+    mnuShowGroup_ = optionsMenu_->addAction("Show group under pointer", this, [this](bool checked) {
+        if (routes_.Focus) routes_.Focus->SetShowGroup(checked);
+    });
+    mnuShowGroup_->setCheckable(true);
+    mnuShowGroup_->setChecked(true);
     optionsMenu_->addSeparator();
-    WindowEntry(optionsMenu_, "Levels statistics...", GameWindow::Statistics);
+    ShowKey(WindowEntry(optionsMenu_, "Levels statistics...", GameWindow::Statistics), Qt::Key_F5);
     optionsMenu_->addSeparator();
     QMenu* hiscore = optionsMenu_->addMenu("Hiscore");
     WindowEntry(hiscore, "Show Internet hiscores", GameWindow::ShowInternetHiscores);
@@ -153,6 +168,8 @@ void frmMain::MakeOptionsMenu() {
         for (auto& [entry, window] : windowEntries_)
             if (entry != mnuSubmitInternetHiscore_ && entry != ExportHiscore_)
                 entry->setEnabled(routes_.Windows != nullptr && routes_.Windows->Has(window));
+        mnuShowGroup_->setEnabled(routes_.Focus != nullptr);
+        if (routes_.Focus) mnuShowGroup_->setChecked(routes_.Focus->ShowGroup());
     });
 }
 
@@ -197,7 +214,10 @@ void frmMain::OpenGameMenu(const QPoint& at) {
 void frmMain::keyPressEvent(QKeyEvent* event) {
     // Every key reaches the game, also one that has no classic code: it breaks a key word
     // typed half-way.
-    if (routes_.Session) routes_.Session->Form_KeyDown(ClassicKeyCode(*event));
+    const std::int16_t code = ClassicKeyCode(*event);
+    if (routes_.Session) routes_.Session->Form_KeyDown(code);
+    // Then the keys of play from the keyboard: the arrows, Space, Return, Delete, 1 to 6.
+    if (routes_.Focus) routes_.Focus->KeyDown(code);
 }
 
 // ---- the mouse on the window -------------------------------------------------------------------
