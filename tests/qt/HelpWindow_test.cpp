@@ -1,13 +1,16 @@
 // The help window: the committed help page as the window shows it (its pictures, its
 // links, its 8-bit text), one window at a time, and the message when the game folder has
 // no page.
+#include "session/qt/HelpPageGuard.h"
 #include "session/qt/HelpWindow.h"
 #include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
 #include "testsupport/ScriptedDialogs.h"
+#include "WidgetTestKit.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QImage>
 #include <QPixmap>
 #include <QPointer>
@@ -18,9 +21,19 @@
 #include <QTextFragment>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <condition_variable>
+#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <mutex>
 #include <string>
+#include <thread>
 
+#include <sys/stat.h>
+
+using tolva::HelpPageGuard;
 using tolva::HelpWindow;
 using tolva::MessageButtons;
 using tolva::MessageIcon;
@@ -41,7 +54,8 @@ std::string CommittedPage() {
 }
 
 // A game folder with the committed help page and, where the build has made them, the
-// game's pictures (linked from the build's game folder).
+// game's pictures (copied from the build's game folder: the help reads nothing that
+// lies outside the game folder, and a link would lead there).
 struct HelpFolder {
     TempFolder dir;
     bool hasPictures = false;
@@ -49,8 +63,10 @@ struct HelpFolder {
     explicit HelpFolder(const std::string& pageFolder = "help", const std::string& pageName = "help.htm") {
         fs::create_directories(dir / pageFolder);
         dir.Write(pageFolder + "/" + pageName, CommittedPage());
-        for (const char* name : {"data", "levels"}) {
-            if (fs::is_directory(GameDir + "/" + name)) fs::create_directory_symlink(GameDir + "/" + name, dir / name);
+        for (const char* name : {"data", "levels/default/crystal"}) {
+            if (!fs::is_directory(GameDir + "/" + name)) continue;
+            fs::create_directories(dir / name);
+            fs::copy(GameDir + "/" + name, dir / name, fs::copy_options::recursive);
         }
         hasPictures = fs::exists(GameDir + "/data/s0.bmp") && fs::exists(GameDir + "/levels/default/crystal/0.bmp");
         tolva::SetAppPath(dir.Path());
@@ -235,4 +251,189 @@ TEST(HelpWindow, FindsThePageOnlyWhereTheGameFolderHasIt) {
         window->close();
         DeleteClosedWindows();
     }
+}
+
+namespace {
+
+// A hang must end the test run with a clear message, not wait for the run's timeout.
+class Watchdog {
+public:
+    explicit Watchdog(std::chrono::seconds limit)
+        : thread_([this, limit] {
+              std::unique_lock lock(mutex_);
+              if (!done_.wait_for(lock, limit, [this] { return finished_; })) {
+                  std::fputs("the help window hung\n", stderr);
+                  std::abort();
+              }
+          }) {}
+    ~Watchdog() {
+        {
+            std::lock_guard lock(mutex_);
+            finished_ = true;
+        }
+        done_.notify_one();
+        thread_.join();
+    }
+
+private:
+    std::mutex mutex_;
+    std::condition_variable done_;
+    bool finished_ = false;
+    std::thread thread_;
+};
+
+std::string Repeat(const std::string& part, std::size_t times) {
+    std::string text;
+    text.reserve(part.size() * times);
+    for (std::size_t i = 0; i < times; ++i) text += part;
+    return text;
+}
+
+std::string NestedTables(std::size_t depth) {
+    return "<html><body>" + Repeat("<table><tr><td>", depth) + "deep" + Repeat("</td></tr></table>", depth);
+}
+
+long ResidentKb() {
+    std::ifstream status("/proc/self/status");
+    std::string key;
+    long value = 0;
+    while (status >> key) {
+        if (key == "VmRSS:" && status >> value) return value;
+    }
+    return 0;
+}
+
+// F1 on a game folder whose help page is `page`: what came of it, and how long it took
+// until the game answered again.
+struct HelpAsked {
+    HelpWindow* window = nullptr;
+    std::vector<ScriptedDialogs::Shown> boxes;
+    qint64 ms = 0;
+};
+
+HelpAsked AskForHelp(QWidget& owner) {
+    ScriptedDialogs dialogs;
+    QElapsedTimer clock;
+    clock.start();
+    HelpAsked asked;
+    asked.window = ShowHelp(&owner, dialogs);
+    // The window paints and lays out what it shows before the game gets its turn again.
+    if (asked.window != nullptr) asked.window->grab();
+    QCoreApplication::processEvents();
+    asked.ms = clock.elapsed();
+    asked.boxes = dialogs.ShownBoxes();
+    return asked;
+}
+
+} // namespace
+
+TEST(HelpWindow, ADamagedPageIsToldAsMissingAtOnce) {
+    using namespace std::string_literals;
+    const std::string word(HelpPageGuard::MaxWordLength + 1, 'w');
+    const std::string weightyChain = Repeat("<table><tr><td>", HelpPageGuard::MaxTableNesting) + "x" +
+                                     Repeat("</td></tr></table>", HelpPageGuard::MaxTableNesting);
+    const std::vector<std::pair<std::string, std::string>> pages = {
+        {"tables nested 5,000 deep", NestedTables(5000)},
+        {"tables nested 50 deep", NestedTables(50)},
+        {"tables nested 20 deep", NestedTables(20)},
+        {"tables nested one past the bound", NestedTables(HelpPageGuard::MaxTableNesting + 1)},
+        {"100,000 nested blocks", "<html><body>" + Repeat("<div>", 100000) + "x"},
+        {"one 5 MB word", "<html><body><p>" + std::string(5 * 1024 * 1024, 'a') + "</p>"},
+        {"one word past the bound", "<html><body><p>" + word + "</p>"},
+        {"a word joined by non-breaking spaces", "<html><body><p>" + Repeat("ab&nbsp;", 1000) + "</p>"},
+        {"too many list items", "<html><body><ul>" + Repeat("<li>item", HelpPageGuard::MaxTags) + "</ul>"},
+        {"too many deep tables", "<html><body>" + Repeat(weightyChain, 20)},
+        {"closing tags hidden in an attribute", "<html><body>" + Repeat("<div><img alt=\"</div>\">", 1000)},
+        {"a picture asked 100,000 pixels wide", "<html><body><img src=\"x.bmp\" width=\"100000\">"},
+        {"a page that is a pipe", ""},
+    };
+    QWidget owner;
+    for (const auto& [name, page] : pages) {
+        SCOPED_TRACE(name);
+        Watchdog watchdog(std::chrono::seconds(30));
+        TempFolder game;
+        fs::create_directories(game / "help");
+        if (page.empty()) ASSERT_EQ(::mkfifo((game / "help/help.htm").c_str(), 0600), 0);
+        else game.Write("help/help.htm", page);
+        tolva::SetAppPath(game.Path());
+
+        const HelpAsked asked = AskForHelp(owner);
+        EXPECT_EQ(asked.window, nullptr);
+        ASSERT_EQ(asked.boxes.size(), 1u);
+        EXPECT_EQ(asked.boxes[0].Text, "HELP FILE WAS NOT FOUND!");
+        EXPECT_EQ(asked.boxes[0].Icon, MessageIcon::Stop);
+        EXPECT_EQ(OpenHelpWindows(), 0);
+        // A sanity bound, far above the few milliseconds it takes.
+        EXPECT_LT(asked.ms, 1000);
+    }
+}
+
+TEST(HelpWindow, PicturesComeOnlyFromRegularFilesOfTheGameFolder) {
+    Watchdog watchdog(std::chrono::seconds(60));
+    TempFolder outside;
+    ASSERT_TRUE(tolva::testing::SolidImage(10, 10, qRgb(200, 0, 0)).save(QString::fromStdString(outside.Path() + "/red.bmp")));
+    TempFolder game;
+    fs::create_directories(game / "help");
+    const QString help = QString::fromStdString(game.Path() + "/help/");
+    ASSERT_TRUE(tolva::testing::SolidImage(10, 10, qRgb(0, 200, 0)).save(help + "green.bmp"));
+    ASSERT_EQ(::mkfifo((game / "help/pic.bmp").c_str(), 0600), 0);
+    ASSERT_EQ(::mkfifo((game / "help/style.css").c_str(), 0600), 0);
+    fs::create_symlink(outside / "red.bmp", game / "help/link.bmp");
+    fs::create_symlink("/dev/zero", game / "help/zero.bmp");
+    // A picture whose header claims 30,000 x 30,000 pixels: refused before decoding.
+    std::string header = "BM" + std::string(52, '\0');
+    auto put = [&header](std::size_t at, std::uint32_t value) {
+        for (int i = 0; i < 4; ++i) header[at + i] = static_cast<char>((value >> (8 * i)) & 0xFF);
+    };
+    put(10, 54), put(14, 40), put(18, 30000), put(22, 30000), put(26, 1 | (24 << 16));
+    game.Write("help/huge.bmp", header);
+    const std::vector<std::string> refused = {"pic.bmp", "/dev/zero", "zero.bmp", "link.bmp", "huge.bmp",
+                                              outside.Path() + "/red.bmp", "../../etc/passwd"};
+    std::string page = "<html><head><link rel=\"stylesheet\" href=\"style.css\"></head><body><p>Pictures</p>"
+                       "<img src=\"green.bmp\">";
+    for (const std::string& name : refused) page += "<img src=\"" + name + "\">";
+    game.Write("help/help.htm", page + "</body></html>");
+    tolva::SetAppPath(game.Path());
+
+    QWidget owner;
+    const long residentBefore = ResidentKb();
+    HelpAsked asked = AskForHelp(owner);
+    ASSERT_NE(asked.window, nullptr);
+    EXPECT_TRUE(asked.boxes.empty());
+    EXPECT_LT(asked.ms, 1000);
+    EXPECT_LT(ResidentKb() - residentBefore, 200 * 1024);
+
+    QTextDocument& document = *asked.window->Browser()->document();
+    EXPECT_TRUE(document.toPlainText().contains("Pictures"));
+    EXPECT_EQ(ResourceImage(document, "green.bmp").pixel(5, 5), qRgb(0, 200, 0));
+    for (const std::string& name : refused)
+        EXPECT_TRUE(ResourceImage(document, QString::fromStdString(name)).isNull()) << name;
+
+    // The window goes when asked.
+    QPointer<HelpWindow> window = asked.window;
+    window->close();
+    DeleteClosedWindows();
+    EXPECT_TRUE(window.isNull());
+    EXPECT_EQ(OpenHelpWindows(), 0);
+}
+
+TEST(HelpWindow, MarkupIsMeasuredAsTheBrowserReadsIt) {
+    // The game's page fits every bound with room to spare.
+    const HelpPageGuard::Markup shipped = HelpPageGuard::MeasureMarkup(QByteArray::fromStdString(CommittedPage()));
+    EXPECT_TRUE(HelpPageGuard::Fits(shipped));
+    EXPECT_LT(shipped.Tags * 4, HelpPageGuard::MaxTags);
+    EXPECT_LT(shipped.Nesting * 4, HelpPageGuard::MaxNesting);
+
+    auto nesting = [](const char* markup) { return HelpPageGuard::MeasureMarkup(markup).Nesting; };
+    EXPECT_EQ(nesting("<div><div><b>x</b></div></div>"), 3u);
+    // Paragraphs and list items left open are siblings; empty elements hold nothing.
+    EXPECT_EQ(nesting("<ul><li>a<li>b<li>c</ul><p>x<p>y<p>z<br><img src=a><hr><meta x=1>"), 2u);
+    EXPECT_EQ(nesting("<div/><div/><div/>"), 0u);
+    // A closing tag without its opening one closes nothing; one for an outer element
+    // closes all inside it.
+    EXPECT_EQ(nesting("</div></div><div><span><b><i></div><div>"), 4u);
+    // Comments and declarations hold no tags; quoted attributes hold none either.
+    EXPECT_EQ(nesting("<!DOCTYPE html><!-- <div><div><div> --><div title='<div><div>'>x</div>"), 1u);
+    EXPECT_EQ(nesting("<div><a href=\"</div>\">x</a><div>"), 2u);
+    EXPECT_EQ(HelpPageGuard::MeasureMarkup("<p>a</p><p>b</p> 1 < 2").Tags, 3u);
 }

@@ -1,5 +1,7 @@
 #include "session/qt/HelpWindow.h"
 
+#include "session/qt/HelpBrowser.h"
+
 #include "shared/GameText.h"
 #include "support/ZenkorModule.h"
 #include "support/platform/Dialogs.h"
@@ -30,6 +32,10 @@ QPointer<HelpWindow>& OpenWindow() {
     return window;
 }
 
+void TellNotFound(Dialogs& dialogs) {
+    dialogs.MessageBox("HELP FILE WAS NOT FOUND!", std::string(GameTitle), MessageIcon::Stop, MessageButtons::Ok);
+}
+
 void BringToFront(QWidget& window) {
     if (window.isMinimized()) window.showNormal();
     else window.show();
@@ -40,7 +46,8 @@ void BringToFront(QWidget& window) {
 } // namespace
 
 HelpWindow::HelpWindow(QWidget* owner, const QString& pagePath)
-    : QWidget(owner, Qt::Window), browser_(new QTextBrowser(this)) {
+    : QWidget(owner, Qt::Window),
+      browser_(new HelpBrowser(QFile::decodeName(NativePath(AppPath()).c_str()), this)) {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QString::fromLatin1(GameTitle.data(), static_cast<int>(GameTitle.size())) +
                    QStringLiteral(" - Help"));
@@ -67,6 +74,10 @@ HelpWindow::HelpWindow(QWidget* owner, const QString& pagePath)
     PlaceOver(owner);
 }
 
+QTextBrowser* HelpWindow::Browser() const { return browser_; }
+
+bool HelpWindow::PageFits() const { return browser_->PageFits(); }
+
 void HelpWindow::PlaceOver(const QWidget* owner) {
     const QScreen* screen = owner != nullptr ? owner->screen() : QGuiApplication::primaryScreen();
     const QRect area = screen != nullptr ? screen->availableGeometry() : QRect();
@@ -86,13 +97,21 @@ std::string HelpPagePath() { return AppPath() + "help\\help.htm"; }
 HelpWindow* ShowHelp(QWidget* owner, Dialogs& dialogs) {
     const std::string page = HelpPagePath();
     if (!FileExists(page)) {
-        dialogs.MessageBox("HELP FILE WAS NOT FOUND!", std::string(GameTitle), MessageIcon::Stop,
-                           MessageButtons::Ok);
+        TellNotFound(dialogs);
         return nullptr;
     }
     QPointer<HelpWindow>& open = OpenWindow();
     // A window that has been closed may still wait for its deletion: it is not reused.
-    if (open.isNull() || !open->isVisible()) open = new HelpWindow(owner, QFile::decodeName(NativePath(page).c_str()));
+    if (open.isNull() || !open->isVisible()) {
+        auto* window = new HelpWindow(owner, QFile::decodeName(NativePath(page).c_str()));
+        // A page that cannot be shown safely is as good as none.
+        if (!window->PageFits()) {
+            delete window;
+            TellNotFound(dialogs);
+            return nullptr;
+        }
+        open = window;
+    }
     BringToFront(*open);
     return open.data();
 }

@@ -8,6 +8,9 @@
 // pictures through paths relative to itself ("../data/s0.bmp"), which the browser
 // resolves against the page's own location. Links within the page move inside the
 // window; links to the web open in the system's browser.
+//
+// The page and what it loads are bounded (HelpBrowser): a page past the bounds is the
+// damaged file it is, and is told like a missing one rather than shown.
 #include <QString>
 #include <QWidget>
 
@@ -18,6 +21,7 @@ class QTextBrowser;
 namespace tolva {
 
 class Dialogs;
+class HelpBrowser;
 
 class HelpWindow final : public QWidget {
 public:
@@ -28,19 +32,23 @@ public:
     // native path.
     HelpWindow(QWidget* owner, const QString& pagePath);
 
-    QTextBrowser* Browser() const { return browser_; }
+    QTextBrowser* Browser() const;
+
+    // False when the page could not be read or was past the bounds: the window then has
+    // nothing to show.
+    bool PageFits() const;
 
 private:
     void PlaceOver(const QWidget* owner);
 
-    QTextBrowser* browser_;
+    HelpBrowser* browser_;
 };
 
 // The stored path of the help page: AppPath() + "help\help.htm".
 std::string HelpPagePath();
 
-// Shows the help page, or, when the game folder has none, tells so with the stop-icon
-// box "HELP FILE WAS NOT FOUND!". Gives the window shown, or null.
+// Shows the help page, or, when the game folder has none or it cannot be shown, tells so
+// with the stop-icon box "HELP FILE WAS NOT FOUND!". Gives the window shown, or null.
 HelpWindow* ShowHelp(QWidget* owner, Dialogs& dialogs);
 
 } // namespace tolva
