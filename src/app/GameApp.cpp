@@ -15,6 +15,8 @@
 #include "controls/IA.h"
 #include "session/GameLevelSets.h"
 #include "session/BoardFocus.h"
+#include "session/GameSaver.h"
+#include "session/UndoHistory.h"
 #include "session/GameSession.h"
 #include "audio/Music.h"
 #include "audio/MusicPlayer.h"
@@ -144,10 +146,14 @@ GameApp::GameApp(EventLoop& loop, std::string commandLine, Dialogs* dialogs)
     focus_ = std::make_unique<BoardFocus>(*board_, *session_, settings_, *window_);
     focus_->SetMarksView(&window_->BoardView());
     window_->BoardView().AttachMarks(focus_.get());
+    undo_ = std::make_unique<UndoHistory>(*board_, *session_);
+    board_->SetMoveWatcher(undo_.get());
+    saver_ = std::make_unique<GameSaver>(*game_, *session_, *board_, *levelSets_, *dialogs_);
 
     window_->StandardBackground = [this] { board_->SetBackPicture(*eBack_); };
     window_->Attach({session_.get(), board_.get(), &windows_, [this] { return startup_->Form_Unload(); },
-                     [this](int index) { ChooseLevelSet(index); }, focus_.get()});
+                     [this](int index) { ChooseLevelSet(index); }, focus_.get(), undo_.get(), saver_.get(),
+                     [this] { SaveAndQuit(); }, [this] { ResumeSavedGame(); }});
     startup_ = std::make_unique<GameStartup>(StartupParts{*game_, settings_, *session_, *board_, *levelSets_,
                                                           *window_, *dialogs_, *rng_, *sound_, *this,
                                                           [this] { musicPending_ = true; },
@@ -162,6 +168,9 @@ GameApp::~GameApp() {
     window_->BoardView().AttachBoard(nullptr);
     window_->BoardView().AttachMarks(nullptr);
     focus_.reset();
+    saver_.reset();
+    board_->SetMoveWatcher(nullptr);
+    undo_.reset();
     board_.reset();
     session_.reset();
     idle_.reset();
@@ -177,6 +186,17 @@ bool GameApp::Start(std::uint64_t seed) {
 void GameApp::ChooseLevelSet(int index) {
     levelSets_->LevelList_Click(index);
     // A default set that fails its integrity test ends the program, as at start-up.
+    if (levelSets_->LastLoad().Integrity == LevelSetIntegrity::Failed) QCoreApplication::exit(1);
+}
+
+void GameApp::SaveAndQuit() {
+    if (!saver_->Save()) return;
+    session_->LeaveWithoutOffering();
+    window_->ExitNow();
+}
+
+void GameApp::ResumeSavedGame() {
+    saver_->Resume();
     if (levelSets_->LastLoad().Integrity == LevelSetIntegrity::Failed) QCoreApplication::exit(1);
 }
 

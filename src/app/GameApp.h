@@ -26,6 +26,8 @@ namespace tolva {
 
 class AudioPluginLoader;
 class BoardFocus;
+class GameSaver;
+class UndoHistory;
 class Dialogs;
 class EventLoop;
 class GameLevelSets;
@@ -74,6 +76,10 @@ public:
 
     // An entry of "Change level-set" was chosen.
     void ChooseLevelSet(int index);
+    // "Save game and quit": the game put away, then the shutdown without its questions.
+    void SaveAndQuit();
+    // "Resume saved game".
+    void ResumeSavedGame();
 
 private:
     void MakeServices();
@@ -110,6 +116,8 @@ private:
     std::unique_ptr<GameSession> session_;
     std::unique_ptr<TolvaBoard> board_;
     std::unique_ptr<BoardFocus> focus_;
+    std::unique_ptr<UndoHistory> undo_;
+    std::unique_ptr<GameSaver> saver_;
     std::unique_ptr<GameLevelSets> levelSets_;
     std::unique_ptr<GameStartup> startup_;
 };

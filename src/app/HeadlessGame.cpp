@@ -8,6 +8,8 @@
 #include "hiscores/HiscoreKeeper.h"
 #include "session/GameLevelSets.h"
 #include "session/BoardFocus.h"
+#include "session/GameSaver.h"
+#include "session/UndoHistory.h"
 #include "session/GameSession.h"
 #include "session/HeadlessSessionView.h"
 #include "shared/LevelModule.h"
@@ -49,9 +51,12 @@ HeadlessGame::HeadlessGame(HeadlessEventLoop& loop, Dialogs& dialogs)
     session_->AttachBoard(*board_);
     board_->SetTestTubeAnimation(testTube_.get());
     focus_ = std::make_unique<BoardFocus>(*board_, *session_, settings_, *view_);
+    undo_ = std::make_unique<UndoHistory>(*board_, *session_);
+    board_->SetMoveWatcher(undo_.get());
 
     levelSets_ = std::make_unique<GameLevelSets>(*game_, *session_, *board_, *view_, dialogs_, loop_);
     ConnectHiscoreTable(*levelSets_, *hiscores_, *view_, dialogs_);
+    saver_ = std::make_unique<GameSaver>(*game_, *session_, *board_, *levelSets_, dialogs_);
     // Without a sound device there is no music to start or stop.
     startup_ = std::make_unique<GameStartup>(StartupParts{
         *game_, settings_, *session_, *board_, *levelSets_, *view_, dialogs_, *rng_, *sound_, *this, {}, {},
@@ -61,6 +66,9 @@ HeadlessGame::HeadlessGame(HeadlessEventLoop& loop, Dialogs& dialogs)
 HeadlessGame::~HeadlessGame() {
     // The board holds the test tube's strip and the session the mascot: they go first.
     focus_.reset();
+    saver_.reset();
+    board_->SetMoveWatcher(nullptr);
+    undo_.reset();
     board_.reset();
     session_.reset();
 }

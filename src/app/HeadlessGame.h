@@ -21,6 +21,8 @@
 namespace tolva {
 
 class BoardFocus;
+class GameSaver;
+class UndoHistory;
 class Dialogs;
 class GameLevelSets;
 class GameSession;
@@ -56,6 +58,8 @@ public:
     GameSession& Session() { return *session_; }
     TolvaBoard& Board() { return *board_; }
     BoardFocus& Focus() { return *focus_; }
+    UndoHistory& Undo() { return *undo_; }
+    GameSaver& Saver() { return *saver_; }
     LevelModule& Game() { return *game_; }
     GameSettings& Settings() { return settings_; }
     GameLevelSets& LevelSets() { return *levelSets_; }
@@ -91,6 +95,8 @@ private:
     std::unique_ptr<GameSession> session_;
     std::unique_ptr<TolvaBoard> board_;
     std::unique_ptr<BoardFocus> focus_;
+    std::unique_ptr<UndoHistory> undo_;
+    std::unique_ptr<GameSaver> saver_;
     std::unique_ptr<GameLevelSets> levelSets_;
     std::unique_ptr<GameStartup> startup_;
 };

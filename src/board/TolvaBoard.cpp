@@ -157,9 +157,10 @@ void TolvaBoard::DropRunningEffects() {
     RemovedBricks = 0;
 }
 
-bool TolvaBoard::AwaitsClick() const {
-    if (GameIsOver || !BoardReady || SpellClickPending || EffectPlaying) return false;
-    if (game_.ActiveSpell != NoSpell || game_.SpellRunning) return false;
+bool TolvaBoard::AwaitsClick() const { return EffectsIdle() && game_.ActiveSpell == NoSpell; }
+
+bool TolvaBoard::EffectsIdle() const {
+    if (GameIsOver || !BoardReady || SpellClickPending || EffectPlaying || game_.SpellRunning) return false;
     for (const auto* timer : {&timer1_, &bonusTimer_, &removeBonusTimer_, &bounceTimer_, &flashTimer_})
         if ((*timer)->Enabled()) return false;
     return true;

@@ -31,6 +31,7 @@
 // bouncing saw), TolvaBoardColour.cpp (recolouring, the flashing marker, clearing the
 // rest), TolvaBoardBonus.cpp (the bonus count-up and the effect strips).
 #include "board/BoardListener.h"
+#include "board/MoveWatcher.h"
 #include "settings/GameSettings.h"
 #include "shared/LevelModule.h"
 #include "support/platform/BoardPlatform.h"
@@ -164,6 +165,14 @@ public:
     // The board stands still and waits for the player: a game on, nothing painting over
     // it, no spell armed or under way, no effect, bonus count or closing up to come.
     bool AwaitsClick() const;
+    // No effect, bonus count or closing up under way, and no spell at work: the board may
+    // be set back to an earlier state. A spell may be armed.
+    bool EffectsIdle() const;
+    // Counts the level starts and the ends of play (a game over): a state kept under one
+    // count belongs to a level that is no longer in play under another.
+    std::uint64_t LevelStarts() const { return levelStarts_; }
+    // Who is told before each move; nullptr for none.
+    void SetMoveWatcher(MoveWatcher* watcher) { moveWatcher_ = watcher; }
     std::int16_t CurLevel() const { return game_.CurLevelNo; }
     void JumpToLevel(std::int16_t Level);
 
@@ -304,6 +313,10 @@ private:
     BoardPlatform platform_;
     std::uint64_t levelStarts_ = 0;
     BoardListener& listener_;
+    MoveWatcher* moveWatcher_ = nullptr;
+    void BeforeMove() {
+        if (moveWatcher_ != nullptr) moveWatcher_->BeforeMove();
+    }
 
     std::int16_t xBricks_ = DefaultSide;
     bool autoSize_ = true;

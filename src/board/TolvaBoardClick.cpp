@@ -35,6 +35,7 @@ void TolvaBoard::UserControl_MouseUp(std::int16_t Button, std::int16_t /*Shift*/
     // The right button takes one cell away: any cell in cheat mode, otherwise only a spell
     // lying on the board. Nothing is uncovered, counted or scored.
     if (Button == 2 && (game_.CheatMode || b > 9)) {
+        if (Bricks(cx, cy) != CellEmpty) BeforeMove();
         Bricks(cx, cy) = CellEmpty;
         const std::uint64_t start = levelStarts_;
         CleanArray();
@@ -44,10 +45,13 @@ void TolvaBoard::UserControl_MouseUp(std::int16_t Button, std::int16_t /*Shift*/
         return;
     }
     if (Bricks(cx, cy) >= 0 && game_.ActiveSpell > NoSpell) {
+        if (!SpellClickPending) BeforeMove();
         SpellClickPath(cx, cy);
         return;
     }
-    if (Button == 1) BoardClick(cx, cy);
+    if (Button != 1) return;
+    if (IsValid(cx, cy)) BeforeMove();
+    BoardClick(cx, cy);
 }
 
 void TolvaBoard::UserControl_MouseMove(std::int16_t /*Button*/, std::int16_t /*Shift*/, float X, float Y) {

@@ -28,6 +28,10 @@ constexpr double MaxGivenTimes = 99;
 
 bool ValidSpell(std::int16_t n) { return n >= 0 && n < SpellCount; }
 
+constexpr const char* PracticeMessage =
+    "A move was taken back in this game: it was played for practice, and its score does not go into the "
+    "hiscore table.";
+
 } // namespace
 
 GameSession::GameSession(LevelModule& game, const GameSettings& settings, const BoardPlatform& platform,
@@ -48,7 +52,11 @@ bool GameSession::NewGame(std::int16_t StartAtLevel) {
         const auto answer = platform_.Dialog.MessageBox("Are you sure you want to quit current game ?", "Restart game?",
                                                         MessageIcon::Warning, MessageButtons::OkCancel);
         if (answer != MessageResult::Ok) return false;
-        services_.Hiscores.CheckIfHiScore(Score, game_.CurLevelNo);
+        OfferScoreToTable();
+    }
+    if (practice_) {
+        practice_ = false;
+        view_.ShowPractice(false);
     }
     game_.ActiveSpell = NoSpell;
     SpellStock.fill(0);
@@ -68,7 +76,74 @@ bool GameSession::NewGame(std::int16_t StartAtLevel) {
     return true;
 }
 
-void GameSession::OfferScoreToTable() { services_.Hiscores.CheckIfHiScore(Score, game_.CurLevelNo); }
+void GameSession::OfferScoreToTable() {
+    if (practice_) {
+        platform_.Dialog.MessageBox(PracticeMessage, std::string(GameTitle), MessageIcon::Information,
+                                    MessageButtons::Ok);
+        return;
+    }
+    services_.Hiscores.CheckIfHiScore(Score, game_.CurLevelNo);
+}
+
+PlayState GameSession::CapturePlay() const {
+    PlayState state;
+    state.Level = game_.CurLevelNo;
+    state.Side = board_->xBricks();
+    state.Bricks = board_->Bricks;
+    state.Spells = board_->Spells;
+    state.Score = Score;
+    state.SpellStock = SpellStock;
+    state.SpellClicks = SpellClicks;
+    state.LevelClicks = LevelClicks;
+    state.LastClickCount = LastClickCount;
+    state.BonusTimes = game_.BonusTimes;
+    state.CheatMode = game_.CheatMode;
+    state.ScoreFrozen = ScoreFrozen;
+    state.Practice = practice_;
+    return state;
+}
+
+void GameSession::RestorePlay(const PlayState& state) {
+    board_->Bricks = state.Bricks;
+    board_->Spells = state.Spells;
+    Score = state.Score;
+    SpellStock = state.SpellStock;
+    SpellClicks = state.SpellClicks;
+    LevelClicks = state.LevelClicks;
+    LastClickCount = state.LastClickCount;
+    game_.BonusTimes = state.BonusTimes;
+    game_.ActiveSpell = NoSpell;
+    if (game_.CheatMode != state.CheatMode) {
+        game_.CheatMode = state.CheatMode;
+        view_.ShowCheatMode(game_.CheatMode);
+    }
+    ScoreFrozen = state.ScoreFrozen;
+    if (state.Practice) MarkPractice();
+    // A hint still showing pointed at a move of the board that was.
+    PictureStrip& hint = board_->AniHint();
+    if (hint.IsPlaying()) hint.StopPlay();
+    hint.SetVisible(false);
+    board_->DrawBoard(-1, -1, false);
+    UpdateScore(Score);
+    UpdateSpells();
+    ShowClicks();
+    view_.SetLabel(SessionLabel::Bonus, NumberText(game_.BonusTimes));
+}
+
+void GameSession::MarkPractice() {
+    if (practice_) return;
+    practice_ = true;
+    view_.ShowPractice(true);
+}
+
+bool GameSession::ResumeGame(const PlayState& state) {
+    resuming_ = true;
+    const bool started = NewGame(state.Level);
+    resuming_ = false;
+    if (!started) return false;
+    RestorePlay(state);
+    return true;
+}
 
 void GameSession::UpdateScore(double ScoreP) {
     view_.SetLabel(SessionLabel::Score, FormatScore(ScoreP));
@@ -356,7 +431,7 @@ void GameSession::GameOver() {
         platform_.Dialog.MessageBox("G A M E   O V E R !", "YOU DID WHAT YOU COULD ?!", MessageIcon::Information,
                                     MessageButtons::Ok);
     SetAutoplayChecked(false);
-    services_.Hiscores.CheckIfHiScore(Score, game_.CurLevelNo);
+    OfferScoreToTable();
     view_.ShowStandardBackground();
     if (settings_.MakeStat && game_.CurLevelNo > 0) {
         LevelTally tally{LevelClicks, SpellClicks};
@@ -408,8 +483,11 @@ void GameSession::NewLevel(std::int16_t levelNo) {
         view_.SetLabel(SessionLabel::LevelCode, "LEVEL-CODE:" + LevelCodes::CodeOf(levelNo));
     view_.SetLabel(SessionLabel::Level, NumberText(levelNo));
 
-    // The level just left is logged now that the next one begins.
-    if (levelNo < 2 && LastLevel != 100) {
+    // The level just left is logged now that the next one begins; a resumed game left
+    // none.
+    if (resuming_) {
+        LevelClicks = 0;
+    } else if (levelNo < 2 && LastLevel != 100) {
         LevelClicks = 0;
     } else if (!settings_.MakeStat) {
         LevelClicks = 0;

@@ -28,6 +28,7 @@
 #include "board/BoardListener.h"
 #include "settings/GameSettings.h"
 #include "shared/LevelModule.h"
+#include "session/PlayState.h"
 #include "session/SessionServices.h"
 #include "session/SessionView.h"
 #include "support/platform/BoardPlatform.h"
@@ -70,7 +71,23 @@ public:
     static std::string FormatScore(double Value);
     void UpdateSpells();
     // The score of a game broken off (a quit, a change of set) offered to the table.
+    // A practice game's score is not: a message says why.
     void OfferScoreToTable();
+
+    // ---- taking moves back, leaving and resuming ------------------------------------------
+    // The state of play that a move changes, now.
+    PlayState CapturePlay() const;
+    // Sets the level in play back to `state` (of the same level) and shows it.
+    void RestorePlay(const PlayState& state);
+    // A move was taken back: from now on this game is played for practice, and its score
+    // goes into no table.
+    void MarkPractice();
+    bool Practice() const { return practice_; }
+    // Starts a new game at the state's level (asking first, as a new game does) and sets
+    // it to `state`. The level start logs nothing. False if the player kept the running game.
+    bool ResumeGame(const PlayState& state);
+    // The game is put away, not ended: the next shutdown neither asks nor offers its score.
+    void LeaveWithoutOffering() { GameRunning = false; }
 
     // ---- the Game menu ----------------------------------------------------------------
     void NewGameMnu_Click() { NewGame(1); }
@@ -170,6 +187,8 @@ private:
     SessionServices services_;
     TolvaBoard* board_ = nullptr;
     std::unique_ptr<Timer> soundTimer_;
+    bool practice_ = false;
+    bool resuming_ = false;
     // AutoPlay calls on the stack, and a next move asked for by CanDoNextMove meanwhile.
     int autoPlayDepth_ = 0;
     bool nextMoveDue_ = false;

@@ -34,6 +34,7 @@ public:
     void ShowLevelSets(const std::vector<LevelSetEntry>& entries) override { LevelSets = entries; }
     void ShowStandardBackground() override { ++StandardBackgrounds; }
     void ShowCheatMode(bool on) override { CheatLabel = on; }
+    void ShowPractice(bool on) override { PracticeLabel = on; }
     void ShowAutoplayChecked(bool checked) override { AutoplayMark = checked; }
 
     std::map<SessionLabel, std::string> Labels;
@@ -49,6 +50,7 @@ public:
     std::vector<LevelSetEntry> LevelSets;
     int StandardBackgrounds = 0;
     bool CheatLabel = false;
+    bool PracticeLabel = false;
     bool AutoplayMark = false;
 };
 

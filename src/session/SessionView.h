@@ -64,6 +64,9 @@ public:
     // Shows or hides "CHEAT MODE ON", and the check mark of the autoplay entry.
     virtual void ShowCheatMode(bool on) = 0;
     virtual void ShowAutoplayChecked(bool checked) = 0;
+    // Shows or hides "PRACTICE" where "CHEAT MODE ON" stands: a move of this game was taken
+    // back.
+    virtual void ShowPractice(bool on) = 0;
 };
 
 } // namespace tolva

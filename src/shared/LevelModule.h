@@ -20,6 +20,7 @@ struct Grid {
     T& operator()(int x, int y) { return cells[static_cast<std::size_t>(x * MaxBricks + y)]; }
     const T& operator()(int x, int y) const { return cells[static_cast<std::size_t>(x * MaxBricks + y)]; }
     void Fill(T value) { cells.fill(value); }
+    bool operator==(const Grid&) const = default;
 };
 
 using CellGrid = Grid<std::int16_t>;

@@ -433,3 +433,40 @@ TEST(frmMain, ThePointerOutlinesItsGroupAndTheKeysPlayTheBoard) {
     EXPECT_EQ(newGame->text(), "New game");
     EXPECT_EQ(newGame->shortcut(), QKeySequence(Qt::Key_F2));
 }
+
+TEST(frmMain, CtrlZAndBackspaceTakeMovesBackAndTheGameMenuFollows) {
+    TestWindow t("[main]\r\nanidraw=0\r\nplaysounds=0\r\nplayanimations=0\r\n");
+    auto [folder, game, dialogs, app] = t.Parts();
+    frmMain& window = app.Window();
+    ASSERT_TRUE(app.Start(1));
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    app.Session().NewGameMnu_Click();
+    auto entry = [&](const QString& caption) -> QAction* {
+        for (QAction* a : window.GameMenu().actions())
+            if (a->text() == caption) return a;
+        return nullptr;
+    };
+    QAction* undo = entry("Undo");
+    QAction* resume = entry("Resume saved game");
+    ASSERT_NE(undo, nullptr);
+    ASSERT_NE(resume, nullptr);
+    window.Game_Click();
+    EXPECT_FALSE(undo->isEnabled());
+    EXPECT_FALSE(resume->isVisible());   // no saved game waits
+
+    const CellGrid start = app.Board().Bricks;
+    ClickCell(app, 1, 7);
+    ClickCell(app, 3, 6);
+    EXPECT_GT(app.Session().Score, 36);
+    window.Game_Click();
+    EXPECT_TRUE(undo->isEnabled());
+    QTest::keyClick(&window, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(app.Session().Score, 36);
+    QTest::keyClick(&window, Qt::Key_Backspace);
+    EXPECT_EQ(app.Session().Score, 0);
+    EXPECT_TRUE(app.Board().Bricks == start);
+    EXPECT_EQ(LabelText(window, "PRACTICE"), "PRACTICE");
+    window.Game_Click();
+    EXPECT_FALSE(undo->isEnabled());
+}

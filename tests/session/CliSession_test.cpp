@@ -161,3 +161,52 @@ TEST(CliSession, HoverKeysAndCursorForetellAndMakeTheClick) {
     EXPECT_TRUE(Contains(r.out, "group\t0\t0\n")) << r.out;
     EXPECT_EQ(tolva::ReadIni(game.Dir / "tolva2.ini", "main", "showgroup"), "0");
 }
+
+TEST(CliSession, UndoTakesMovesBackToTheLevelsStartAndMakesAPracticeGame) {
+    GameDir game;
+    // Two moves, three undos: the board and the labels are as at the level's start, and
+    // the third undo finds nothing more to take back.
+    CliRun r = game.Session("newgame 1\ngrid\nlabels\nclick 1 7\nwait 2000\nclick 3 6\nwait 2000\nundo\nundo\nundo\n"
+                            "grid\nlabels\nclick 1 7\nwait 2000\nendgame\ntable\nquit\n");
+    EXPECT_EQ(r.status, 0) << r.out;
+    const std::string start = r.out.substr(0, r.out.find("Pointer:"));
+    ASSERT_TRUE(Contains(start, "Score: 000.000.000\n")) << r.out;
+    EXPECT_NE(r.out.find(start, 1), std::string::npos) << r.out;
+    // The game, played on, ends without a place in the table, and says why.
+    EXPECT_TRUE(Contains(r.out, "message: G A M E   O V E R !\nmessage: A move was taken back in this game")) << r.out;
+    EXPECT_TRUE(Contains(r.out, "\n1\t...\t0\t0\n")) << r.out;
+}
+
+TEST(CliSession, ASavedGameResumesOnceAndADamagedOneIsMovedAside) {
+    GameDir game;
+    CliRun r = game.Session("newgame 1\nclick 1 7\nwait 2000\nsave\nlabels\n");
+    EXPECT_EQ(r.status, 0) << r.out;
+    EXPECT_TRUE(r.out.empty()) << r.out;   // no question, no score offered, nothing after save
+    ASSERT_TRUE(std::filesystem::exists(game.Dir / "savegame.sav"));
+    const std::string saved = game.Dir.Read("savegame.sav");
+
+    // Resumed in a new start: the board and the score as they were, the file gone.
+    r = game.Session("grid\nresume\ngrid\nlabels\nresume\nendgame\nquit\n");
+    EXPECT_EQ(r.status, 1) << r.out;   // the second resume: no saved game
+    EXPECT_TRUE(Contains(r.out, "Score: 000.000.036\n")) << r.out;
+    EXPECT_TRUE(Contains(r.out, "Clicks: CLICKS: 1\n")) << r.out;
+    EXPECT_TRUE(Contains(r.out, "error: no saved game to resume\n")) << r.out;
+    EXPECT_FALSE(std::filesystem::exists(game.Dir / "savegame.sav"));
+
+    // One byte changed by hand: refused, moved aside, and no game is started.
+    std::string changed = saved;
+    changed[changed.size() / 2] = static_cast<char>(changed[changed.size() / 2] + 1);
+    game.Dir.Write("savegame.sav", changed);
+    const std::string ini = game.Dir.Read("tolva2.ini");
+    r = game.Session("resume\nlabels\nquit\n");
+    EXPECT_TRUE(Contains(r.out, "message: The saved game is damaged and cannot be resumed.\nScore: 000.000.000\nLevel: \n")) << r.out;
+    EXPECT_FALSE(std::filesystem::exists(game.Dir / "savegame.sav"));
+    EXPECT_EQ(game.Dir.Read("savegame.bad"), changed);
+    EXPECT_EQ(game.Dir.Read("tolva2.ini"), ini);
+
+    // A save of the other set resumes in that set.
+    r = game.Session("set miniatures\nnewgame 1\nclick 0 0\nwait 2000\nsave\n");
+    r = game.Session("resume\nlabels\nquit\n");
+    EXPECT_TRUE(Contains(r.out, "LevelName: " )) << r.out;
+    EXPECT_FALSE(Contains(r.out, "LevelName: First Steps")) << r.out;
+}

@@ -13,6 +13,10 @@
 //   key NAME           a key of the main window: Left, Right, Up, Down, Space, Return,
 //                      Delete, or 1 to 6
 //   cursor             the keyboard's cursor: "cursor<TAB>X<TAB>Y", or "cursor<TAB>none"
+//   undo               takes the last move of the level back (the game becomes a practice game)
+//   save               Save game and quit: the game to savegame.sav, then the shutdown
+//                      without its question; the commands end here
+//   resume             Resume saved game
 //   quit               the game's shutdown: the score offered to the table, the table and
 //                      tolva2.ini saved; the commands end here
 // Every message box is printed as "message: TEXT" and answered OK. Board events are not
@@ -28,6 +32,8 @@
 #include "app/HeadlessGame.h"
 #include "board/TolvaBoard.h"
 #include "session/BoardFocus.h"
+#include "session/GameSaver.h"
+#include "session/UndoHistory.h"
 #include "hiscores/HeadlessHiscoreView.h"
 #include "hiscores/HiscoreKeeper.h"
 #include "levels/LevelSetReader.h"
@@ -97,7 +103,16 @@ std::string SessionRun::Run(const std::string& line) {
     if (command == "endgame") game_.Session().mnuEndGame_Click();
     else if (command == "table") PrintTable();
     else if (command == "labels") PrintLabels();
-    else if (command == "cursor") {
+    else if (command == "undo") game_.Undo().Undo();
+    else if (command == "resume") {
+        if (!game_.Saver().HasSave()) return "no saved game to resume";
+        game_.Saver().Resume();
+    }
+    else if (command == "save") {
+        if (!game_.Saver().Save()) return "save needs a running game that stands still, and a folder to write to";
+        game_.Session().LeaveWithoutOffering();
+        Quitted = game_.Quit();
+    } else if (command == "cursor") {
         const auto& cursor = game_.Focus().Marks().Cursor;
         std::cout << "cursor\t" << (cursor ? std::to_string(cursor->X) + "\t" + std::to_string(cursor->Y) : "none") << '\n';
     }
@@ -105,7 +120,7 @@ std::string SessionRun::Run(const std::string& line) {
     else
         return "unknown command '" + words[0] +
                "'; use click, arm, wait, grid, spells, newgame, endgame, initials, set, table, labels, hover, key, "
-               "cursor or quit";
+               "cursor, undo, save, resume or quit";
     return {};
 }
 
@@ -234,7 +249,7 @@ const CliRegistration registration{CliCommand{
     "session",
     "session GAMEDIR [--seed S]        the whole game without a window in GAMEDIR, from commands on standard\n"
     "                                    input: the board's, newgame LEVEL, endgame, initials [TEXT], set FOLDER,\n"
-    "                                    table, labels, hover X Y, key NAME, cursor, quit",
+    "                                    table, labels, hover X Y, key NAME, cursor, undo, save, resume, quit",
     RunSession}};
 
 } // namespace

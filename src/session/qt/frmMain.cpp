@@ -78,6 +78,9 @@ void frmMain::MakeControls() {
     lCheat_ = MakeLabel("CHEAT MODE ON", Pt8, Yellow);
     lCheat_->setGeometry(410, 23, 104, 13);
     lCheat_->hide();
+    lPractice_ = MakeLabel("PRACTICE", Pt8, Yellow);
+    lPractice_->setGeometry(410, 23, 104, 13);
+    lPractice_->hide();
     // The idle mascot: 25 ms a frame, frames 32 high, laid over the window's picture.
     Kedelig_ = new IA(loop_, this);
     Kedelig_->setGeometry(23, 3, 32, 32);
@@ -272,7 +275,16 @@ void frmMain::ShowStandardBackground() {
     if (StandardBackground) StandardBackground();
 }
 
-void frmMain::ShowCheatMode(bool on) { lCheat_->setVisible(on); }
+// "PRACTICE" stands where "CHEAT MODE ON" does, and gives way to it.
+void frmMain::ShowCheatMode(bool on) {
+    lCheat_->setVisible(on);
+    lPractice_->setVisible(practiceShown_ && !on);
+}
+
+void frmMain::ShowPractice(bool on) {
+    practiceShown_ = on;
+    lPractice_->setVisible(on && lCheat_->isHidden());
+}
 
 void frmMain::ShowAutoplayChecked(bool checked) { mnuAutoplay_->setChecked(checked); }
 

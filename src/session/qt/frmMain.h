@@ -31,6 +31,8 @@
 namespace tolva {
 
 class BoardFocus;
+class GameSaver;
+class UndoHistory;
 class BoardWidget;
 class Ebutton;
 class EventLoop;
@@ -56,6 +58,11 @@ public:
         std::function<void(int)> ChooseLevelSet;
         // The keys of play from the keyboard, and the group outline's switch.
         BoardFocus* Focus = nullptr;
+        // "Undo", "Save game and quit" and "Resume saved game".
+        UndoHistory* Undo = nullptr;
+        GameSaver* Saver = nullptr;
+        std::function<void()> SaveAndQuit;
+        std::function<void()> Resume;
     };
     void Attach(const Routes& routes) { routes_ = routes; }
 
@@ -100,6 +107,7 @@ public:
     void ShowStandardBackground() override;
     void ShowCheatMode(bool on) override;
     void ShowAutoplayChecked(bool checked) override;
+    void ShowPractice(bool on) override;
 
     // The standard background the board shows between games; the root gives it.
     std::function<void()> StandardBackground;
@@ -126,6 +134,10 @@ private:
     QLabel* MakeLabel(const QString& text, int pixelSize, const QColor& colour, bool bold = true);
     void LoadButtonPictures(Ebutton& button, const char* out, const char* over, const char* label);
     void OpenGameMenu(const QPoint& at);
+    void MakeMoveEntries();
+    // The keys of the entries beyond the game's own keys (undo, save, resume); true if
+    // the key was one of them.
+    bool MoveKey(const QKeyEvent& event);
 
     EventLoop& loop_;
     Routes routes_;
@@ -135,6 +147,8 @@ private:
     BoardWidget* boardWidget_ = nullptr;
     QLabel* levName_ = nullptr;
     QLabel* lCheat_ = nullptr;
+    QLabel* lPractice_ = nullptr;
+    bool practiceShown_ = false;
     IA* Kedelig_ = nullptr;
     QWidget* picHiscore_ = nullptr;
     QLabel* lScore_ = nullptr;
@@ -174,6 +188,9 @@ private:
     QAction* mnuAutoplay_ = nullptr;
     QAction* PCSPEAKERENABLED_ = nullptr;
     QAction* mnuShowGroup_ = nullptr;
+    QAction* mnuUndo_ = nullptr;
+    QAction* mnuSaveAndQuit_ = nullptr;
+    QAction* mnuResume_ = nullptr;
     std::vector<std::pair<QAction*, GameWindow>> windowEntries_;
 };
 

@@ -7,6 +7,8 @@
 #include "controls/Ebutton.h"
 #include "controls/IA.h"
 #include "session/BoardFocus.h"
+#include "session/GameSaver.h"
+#include "session/UndoHistory.h"
 #include "session/GameSession.h"
 
 #include <QCursor>
@@ -62,6 +64,7 @@ void frmMain::MakeMenus() {
     ShowKey(gameMenu_->addAction("New game", this, [this] {
         if (routes_.Session) routes_.Session->NewGameMnu_Click();
     }), Qt::Key_F2);
+    MakeMoveEntries();
     gameMenu_->addSeparator();
     NewGameWithLevelCode_ = gameMenu_->addAction("Enter level-code...", this, [this] {
         if (routes_.Session) routes_.Session->NewGameWithLevelCode_Click();
@@ -74,6 +77,10 @@ void frmMain::MakeMenus() {
         if (routes_.Session) routes_.Session->mnuEndGame_Click();
     });
     ShowKey(mnuEndGame_, Qt::Key_F12);
+    mnuSaveAndQuit_ = gameMenu_->addAction("Save game and quit", this, [this] {
+        if (routes_.SaveAndQuit) routes_.SaveAndQuit();
+    });
+    ShowKey(mnuSaveAndQuit_, QKeySequence(Qt::CTRL | Qt::Key_S));
     gameMenu_->addSeparator();
     ShowKey(WindowEntry(gameMenu_, "Help...", GameWindow::Help), Qt::Key_F1);
     gameMenu_->addSeparator();
@@ -181,8 +188,43 @@ QAction* frmMain::WindowEntry(QMenu* menu, const QString& caption, GameWindow wi
     return entry;
 }
 
+void frmMain::MakeMoveEntries() {
+    // Shown only while a saved game waits; see Game_Click.
+    mnuResume_ = gameMenu_->addAction("Resume saved game", this, [this] {
+        if (routes_.Resume) routes_.Resume();
+    });
+    ShowKey(mnuResume_, Qt::Key_F3);
+    mnuResume_->setVisible(false);
+    gameMenu_->addSeparator();
+    mnuUndo_ = gameMenu_->addAction("Undo", this, [this] {
+        if (routes_.Undo) routes_.Undo->Undo();
+    });
+    mnuUndo_->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Z), QKeySequence(Qt::Key_Backspace)});
+    mnuUndo_->setShortcutContext(Qt::WidgetShortcut);
+}
+
+bool frmMain::MoveKey(const QKeyEvent& event) {
+    const bool ctrl = event.modifiers() & Qt::ControlModifier;
+    if ((ctrl && event.key() == Qt::Key_Z) || (!ctrl && event.key() == Qt::Key_Backspace)) {
+        if (routes_.Undo) routes_.Undo->Undo();
+        return true;
+    }
+    if (ctrl && event.key() == Qt::Key_S) {
+        if (routes_.SaveAndQuit && routes_.Saver && routes_.Saver->CanSave()) routes_.SaveAndQuit();
+        return true;
+    }
+    if (event.key() == Qt::Key_F3) {
+        if (routes_.Resume && routes_.Saver && routes_.Saver->HasSave()) routes_.Resume();
+        return true;
+    }
+    return false;
+}
+
 void frmMain::Game_Click() {
     if (routes_.Session == nullptr) return;
+    mnuUndo_->setEnabled(routes_.Undo != nullptr && routes_.Undo->CanUndo());
+    mnuSaveAndQuit_->setEnabled(routes_.Saver != nullptr && routes_.Saver->CanSave());
+    mnuResume_->setVisible(routes_.Saver != nullptr && routes_.Saver->HasSave());
     const GameMenuState state = routes_.Session->Game_Click();
     mnuEndGame_->setEnabled(state.EndGame);
     NewGameWithLevelCode_->setEnabled(state.LevelCode);
@@ -216,8 +258,10 @@ void frmMain::keyPressEvent(QKeyEvent* event) {
     // typed half-way.
     const std::int16_t code = ClassicKeyCode(*event);
     if (routes_.Session) routes_.Session->Form_KeyDown(code);
-    // Then the keys of play from the keyboard: the arrows, Space, Return, Delete, 1 to 6.
+    // Then the keys of play from the keyboard: the arrows, Space, Return, Delete, 1 to 6,
+    // and those of taking back, saving and resuming.
     if (routes_.Focus) routes_.Focus->KeyDown(code);
+    MoveKey(*event);
 }
 
 // ---- the mouse on the window -------------------------------------------------------------------
