@@ -26,7 +26,10 @@ namespace tolva {
 
 class ModuleStream final : public QIODevice {
 public:
-    static constexpr int SampleRate = 44100;
+    // The mixing rate and quality the game sets for its music: 41000 Hz (not 44100), and
+    // 51 on the player's scale of 0 to 100, which picks libopenmpt's cubic interpolation.
+    static constexpr int SampleRate = 41000;
+    static constexpr int Quality = 51;
     static constexpr int Channels = 2;
     static constexpr int BytesPerFrame = Channels * 2;
     static constexpr int RenderAheadMs = 300;

@@ -80,6 +80,8 @@ void ZenkorPlayer::PlayMod(const std::string& fileName, bool loop, std::int32_t 
 void ZenkorPlayer::PlayAnyFile(const std::string& filePath) {
     StopMod();
     if (!filePath.empty()) modFile_ = filePath;
+    // Nothing can play without a sound device or without the file: the state stays.
+    if (QMediaDevices::audioOutputs().isEmpty() || !FileExists(filePath)) return;
     if (!media_) {
         mediaOutput_ = std::make_unique<QAudioOutput>();
         media_ = std::make_unique<QMediaPlayer>();
@@ -89,7 +91,7 @@ void ZenkorPlayer::PlayAnyFile(const std::string& filePath) {
     media_->setSource(QUrl::fromLocalFile(QFile::decodeName(QByteArray::fromStdString(NativePath(filePath)))));
     media_->setLoops(QMediaPlayer::Infinite);
     media_->play();
-    state_ = StatePlaying;
+    if (media_->error() == QMediaPlayer::NoError) state_ = StatePlaying;
 }
 
 void ZenkorPlayer::StopMod() {
