@@ -19,6 +19,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMenu>
+#include <QPointer>
 #include <QTimer>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -373,4 +374,54 @@ TEST(frmMain, TheJumpListIsMadeWhenOpenedAndFollowsTheSet) {
     entries[4]->trigger();
     EXPECT_TRUE(app.Session().GameRunning);
     EXPECT_EQ(game->CurLevelNo, 5);
+}
+
+TEST(frmMain, TheLevelSetMenuIsSortedAndTellsTheSetInUseByItsOwnCheckMark) {
+    TestWindow t("[main]\r\nanidraw=0\r\nplaysounds=0\r\nlevelset=levels\\mini\\\r\n");
+    auto [folder, game, dialogs, app] = t.Parts();
+    // Two folders equal but for case, both the set in use; two more around them.
+    const std::string miniatures = ReadSource("game/levels/miniatures/levels.set");
+    for (const auto& [name, caption] : std::vector<std::pair<std::string, std::string>>{
+             {"zeta", "Zeta"}, {"mini", "Small"}, {"Alpha", "Alpha"}, {"MINI", "Big"}}) {
+        std::filesystem::create_directories(folder.Dir / ("levels/" + name));
+        std::string text = miniatures;
+        text.replace(text.find("levelset=Miniatures"), 19, "levelset=" + caption);
+        folder.Dir.Write("levels/" + name + "/levels.set", text);
+    }
+    frmMain& window = app.Window();
+    ASSERT_TRUE(app.Start(1));
+    ASSERT_EQ(app.LevelSets().LevelSetPath, "levels\\mini\\");
+    QStringList captions;
+    for (QAction* entry : window.LevelSetMenu().actions()) captions << entry->text();
+    EXPECT_EQ(captions, (QStringList{"Alpha", "Default", "Big", "Small", "Zeta"}));
+    const QList<QAction*> entries = window.LevelSetMenu().actions();
+    ASSERT_EQ(entries.size(), 5);
+    EXPECT_TRUE(entries[2]->isChecked());
+    EXPECT_TRUE(entries[3]->isChecked());
+
+    // Either twin is the set in use: no question, the game goes on.
+    app.Session().NewGameMnu_Click();
+    ASSERT_TRUE(app.Session().GameRunning);
+    for (int twin : {2, 3}) {
+        entries[twin]->trigger();
+        EXPECT_TRUE(dialogs.ShownBoxes().empty()) << twin;
+        EXPECT_TRUE(app.Session().GameRunning) << twin;
+        EXPECT_EQ(app.LevelSets().LevelSetPath, "levels\\mini\\") << twin;
+    }
+
+    // Another set ends the game after asking; only the new set is checked then. The
+    // entry chosen outlives its own handler: the old entries go once the loop runs.
+    QPointer<QAction> chosen = entries[4];
+    dialogs.QueueMessageAnswer(MessageResult::Ok);
+    chosen->trigger();
+    ASSERT_EQ(dialogs.ShownBoxes().size(), 1u);
+    EXPECT_EQ(dialogs.ShownBoxes()[0].Text, "This will end your current game, sure to load new level-sets ?");
+    EXPECT_FALSE(app.Session().GameRunning);
+    EXPECT_EQ(app.LevelSets().LevelSetPath, "levels\\zeta\\");
+    EXPECT_FALSE(chosen.isNull());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(chosen.isNull());
+    const QList<QAction*> after = window.LevelSetMenu().actions();
+    ASSERT_EQ(after.size(), 5);
+    for (int i = 0; i < 5; ++i) EXPECT_EQ(after[i]->isChecked(), i == 4) << i;
 }
