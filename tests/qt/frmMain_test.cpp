@@ -11,6 +11,9 @@
 #include "app/GameApp.h"
 #include "session/GameLevelSets.h"
 #include "session/qt/frmMain.h"
+#include "settings/qt/frmSettings.h"
+#include "controls/Ebutton.h"
+#include "controls/Scroller.h"
 #include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
 #include "testsupport/ScriptedDialogs.h"
@@ -424,4 +427,27 @@ TEST(frmMain, TheLevelSetMenuIsSortedAndTellsTheSetInUseByItsOwnCheckMark) {
     const QList<QAction*> after = window.LevelSetMenu().actions();
     ASSERT_EQ(after.size(), 5);
     for (int i = 0; i < 5; ++i) EXPECT_EQ(after[i]->isChecked(), i == 4) << i;
+}
+
+TEST(frmMain, TheHuntDelayReachesTheBoardOnlyWhenTheSettingsClose) {
+    TestWindow t("[main]\r\nanidraw=0\r\nplaysounds=0\r\nplaymusic=0\r\nhuntdelay=0\r\nupdatedelay=200\r\n");
+    auto [folder, game, dialogs, app] = t.Parts();
+    ASSERT_TRUE(app.Start(1));
+    ASSERT_EQ(app.Board().HuntDelay, 0);
+    std::int32_t huntWhileOpen = -1;
+    std::int32_t updateWhileOpen = -1;
+    QTimer::singleShot(0, [&] {
+        auto* settings = qobject_cast<frmSettings*>(QApplication::activeModalWidget());
+        ASSERT_NE(settings, nullptr);
+        // The hunt delay first, then a control that acts at once.
+        settings->Scroller2()->SetValue(40);
+        settings->Scroller1()->SetValue(300);
+        huntWhileOpen = app.Board().HuntDelay;
+        updateWhileOpen = app.Board().UpdateDelay();
+        settings->Ebutton1()->FakeMouseUp();
+    });
+    app.Windows().Open(GameWindow::Settings);
+    EXPECT_EQ(updateWhileOpen, 300);
+    EXPECT_EQ(huntWhileOpen, 0);
+    EXPECT_EQ(app.Board().HuntDelay, 40);
 }
