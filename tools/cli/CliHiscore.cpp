@@ -50,6 +50,9 @@ std::string HiscoreShowText(const std::string& file, std::int16_t key) {
 
 namespace {
 
+// The longest value the game's ini reading keeps; a name enciphers to as many bytes.
+constexpr std::size_t MaxNameBytes = 2047;
+
 // Entry keys run up to the set's key + 9, and Crypter takes keys up to 32766.
 constexpr std::int32_t HighestSetKey = 32766 - (Hiscores::Places - 1);
 
@@ -138,8 +141,8 @@ bool ParseEntry(std::string line, HiscoreEntry& entry, std::string& why) {
 
 // Reads `bytes` back the way the game reads a hiscore file, from a private temporary
 // file, and gives the place of the first name that does not come back as it was given
-// (-1 if all do, -2 if the check could not be made). The reader keeps 2047 bytes of a
-// value, so a longer name would come back cut.
+// (-1 if all do, -2 if the check could not be made): the last word on whether the game
+// reads the file as it is written.
 int FirstNameLost(const Hiscores& table, std::int16_t key, const std::string& bytes) {
     std::string path = (std::filesystem::temp_directory_path() / "tolva2-cli-hiscore-XXXXXX").string();
     const int fd = ::mkstemp(path.data());
@@ -167,6 +170,12 @@ int RunWrite(const HiscoreArgs& a) {
         std::string why;
         if (!ParseEntry(line, table[count], why))
             return UsageError("hiscore write: line " + std::to_string(lineNo) + ": " + why);
+        // The game keeps 2047 bytes of a value it reads: a longer name would come back cut.
+        if (table[count].Name.size() > MaxNameBytes) {
+            std::cerr << "tolva2-cli: hiscore write: line " << lineNo << ": the name is " << table[count].Name.size()
+                      << " bytes, and the game reads back " << MaxNameBytes << " at most; nothing written\n";
+            return ExitFailed;
+        }
         lineOf.push_back(lineNo);
         ++count;
     }
@@ -182,9 +191,8 @@ int RunWrite(const HiscoreArgs& a) {
             return ExitFailed;
         }
         if (lost >= 0) {
-            std::cerr << "tolva2-cli: hiscore write: line " << lineOf[static_cast<std::size_t>(lost)] << ": the name ("
-                      << table[lost].Name.size() << " bytes) would not read back as given (the game keeps 2047 bytes"
-                      << " of a name); nothing written\n";
+            std::cerr << "tolva2-cli: hiscore write: the table would not read back as given (the name of line "
+                      << lineOf[static_cast<std::size_t>(lost)] << " first); nothing written\n";
             return ExitFailed;
         }
     }
