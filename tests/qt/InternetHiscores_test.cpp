@@ -302,10 +302,11 @@ TEST(InternetHiscores, AnAddressThatDoesNotAnswerShowsTheErrorPageAndWaits) {
     }
     QElapsedTimer shownFor;
     OpenAndDrive(game, GameWindow::SubmitInternetHiscores, [&](QDialog* dialog) {
+        // The browser shows from the post on; the engine's error page comes into it.
         if (dialog == nullptr || !BrowserShown(dialog)) return false;
         if (!shownFor.isValid()) {
+            if (Status(dialog) != "The page could not be loaded") return false;
             shownFor.start();
-            EXPECT_EQ(Status(dialog), "The page could not be loaded");
             EXPECT_TRUE(game.PageLeft());
         }
         if (shownFor.elapsed() < 1000) return false;   // it stays until "Close"
