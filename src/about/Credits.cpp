@@ -31,7 +31,7 @@ std::string CreditsText(int major, int minor, int revision) {
         "TOLVA II",
         "v" + std::to_string(major) + "." + std::to_string(minor) + "." + std::to_string(revision),
         "",
-        "2026",
+        "2000",
         "Tolva Games",
         "",
         "",

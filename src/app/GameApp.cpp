@@ -77,9 +77,11 @@ void GameApp::MakeServices() {
     windows_.Register(GameWindow::Help, [this] { ShowHelp(window_.get(), *dialogs_); });
     windows_.Register(GameWindow::Settings, [this] {
         frmSettings::ShowModal(settings_, loop_,
-                               {[this] { board_->ApplySettings(settings_); }, [this] { StartMusic(); },
+                               {[this] { board_->ApplyActionSettings(settings_); }, [this] { StartMusic(); },
                                 [this] { StopMusicUnlessStopped(); }},
                                BoardOnScreen(), window_.get());
+        // The hunt delay reaches the board only now that the window has closed.
+        board_->SetHuntDelay(settings_.HuntDelay);
     });
     windows_.Register(GameWindow::Statistics, [this] {
         OpenStatistics(statistics_, {AppPath() + "stat.ini", session_->IsDefaultSet, *dialogs_, loop_, window_.get()});

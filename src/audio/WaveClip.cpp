@@ -11,7 +11,11 @@ namespace {
 
 constexpr std::uint16_t FormatPcm = 1;
 constexpr std::uint16_t FormatExtensible = 0xFFFE;
-constexpr int MaxSampleRate = 384000;
+// The rates sound devices play, from the lowest of old sound cards to the highest of
+// today's; a wave outside them is a damaged file, not a sound to convert (one at 1 Hz
+// would hold the game for minutes while its few bytes play).
+constexpr int MinSampleRate = 4000;
+constexpr int MaxSampleRate = 192000;
 // A wave effect of the game lasts seconds; a file claiming more is not one of ours.
 constexpr std::size_t MaxFileBytes = 64u << 20;
 
@@ -34,13 +38,16 @@ std::optional<Format> ReadFormat(const std::string& bytes, std::size_t at, std::
     format.tag = static_cast<std::uint16_t>(Le(bytes, at, 2));
     format.channels = static_cast<int>(Le(bytes, at + 2, 2));
     const std::uint32_t rate = Le(bytes, at + 4, 4);
+    const std::uint32_t blockAlign = Le(bytes, at + 12, 2);
     format.bits = static_cast<int>(Le(bytes, at + 14, 2));
     // The extensible header names its real format in the first two bytes of its GUID.
     if (format.tag == FormatExtensible && size >= 26) format.tag = static_cast<std::uint16_t>(Le(bytes, at + 24, 2));
     if (format.tag != FormatPcm) return std::nullopt;
     if (format.channels < 1 || format.channels > 2) return std::nullopt;
     if (format.bits != 8 && format.bits != 16) return std::nullopt;
-    if (rate < 1 || rate > MaxSampleRate) return std::nullopt;
+    if (rate < MinSampleRate || rate > MaxSampleRate) return std::nullopt;
+    // A PCM frame is its samples side by side: any other block size is no PCM we know.
+    if (blockAlign != static_cast<std::uint32_t>(format.channels * format.bits / 8)) return std::nullopt;
     format.sampleRate = static_cast<int>(rate);
     return format;
 }

@@ -3,9 +3,10 @@
 //
 // The game's effects are plain RIFF wave files, PCM, 8 or 16 bits, mono or stereo. They
 // are read here rather than by the platform so that a damaged file is turned away by code
-// that the tests can reach: a file that is not such a wave, or that is cut short before
-// its first sample, gives no clip at all; one cut short inside its samples plays what is
-// there. The PC-speaker tone of the test mode is made here too, as a clip.
+// that the tests can reach: a file that is not such a wave, that declares a format no
+// sound device plays (a rate outside 4000 to 192000 Hz, no channels, a block size that is
+// not its frame's), or that is cut short before its first sample, gives no clip at all;
+// one cut short inside its samples plays what is there. The PC-speaker tone of the test mode is made here too, as a clip.
 #include <cstdint>
 #include <optional>
 #include <string>

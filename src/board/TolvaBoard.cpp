@@ -100,9 +100,13 @@ std::int32_t TolvaBoard::UpdateDelay() const { return timer1_->Interval(); }
 void TolvaBoard::SetUpdateDelay(std::int32_t ms) { timer1_->SetInterval(ms); }
 
 void TolvaBoard::ApplySettings(const GameSettings& settings) {
+    ApplyActionSettings(settings);
+    SetHuntDelay(settings.HuntDelay);
+}
+
+void TolvaBoard::ApplyActionSettings(const GameSettings& settings) {
     SetUpdateDelay(settings.UpdateDelay < 2 ? 2 : settings.UpdateDelay);
     AniDraw = settings.AniDraw;
-    SetHuntDelay(settings.HuntDelay);
 }
 
 void TolvaBoard::TakeSettings(GameSettings& settings) const {

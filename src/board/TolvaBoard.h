@@ -81,6 +81,8 @@ public:
     // The values of the player's settings that the board keeps as properties of its own
     // (UpdateDelay, AniDraw, the hunt delay) are given to it here, and taken back here.
     void ApplySettings(const GameSettings& settings);
+    // The same without the hunt delay: what the settings window hands on while it is open.
+    void ApplyActionSettings(const GameSettings& settings);
     void TakeSettings(GameSettings& settings) const;
     // The board takes the size of its background picture.
     bool AutoSize() const { return autoSize_; }

@@ -35,12 +35,10 @@ ExportOutcome ExportHiscore(const HiscoreMenuState& state, const std::string& de
     const std::string path =
         state.Boxes.SaveFileBox({"Export hiscore-file", "Tolva hiscore-file|*.hi", desktopFolder, true});
     if (path.empty()) return ExportOutcome::Cancelled;
-    if (!state.Table.SaveScore(path, state.SetKey)) {
-        // The old file, if any, is still whole; the player hears why nothing was written.
-        Tell(state.Boxes, "The hiscore file could not be written to\r\n" + path, MessageIcon::Exclamation);
-        return ExportOutcome::NotWritten;
-    }
-    return ExportOutcome::Saved;
+    // The file the box named, as it named it: the box has asked about overwriting that
+    // very file. A failed write says nothing, as every save of a table does; the old
+    // file, if any, is still whole.
+    return state.Table.SaveScoreAt(path, state.SetKey) ? ExportOutcome::Saved : ExportOutcome::NotWritten;
 }
 
 SubmitOutcome SubmitInternetHiscores(const HiscoreMenuState& state, const OpenWebBrowser& open) {

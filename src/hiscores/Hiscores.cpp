@@ -148,6 +148,11 @@ bool Hiscores::SaveScore(const std::string& path, std::int16_t setKey) const {
     return detail::ReplaceFileContents(NativePath(path), *bytes);
 }
 
+bool Hiscores::SaveScoreAt(const std::string& nativePath, std::int16_t setKey) const {
+    const std::optional<std::string> bytes = FileBytes(setKey);
+    return bytes && detail::ReplaceFileContents(nativePath, *bytes);
+}
+
 std::string Hiscores::FileChecksum() const {
     double sum = 0;
     for (const HiscoreEntry& entry : Entries) sum = sum + entry.Level + entry.Score;

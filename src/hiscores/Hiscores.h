@@ -73,6 +73,9 @@ public:
     // read-only one included. False if it could not be written; the old file is then
     // left as it was.
     bool SaveScore(const std::string& path, std::int16_t setKey) const;
+    // The same file at a path the player chose in a save box (a native path), taken as it
+    // is: no name is matched ignoring case, and a backslash is part of a name.
+    bool SaveScoreAt(const std::string& nativePath, std::int16_t setKey) const;
     // The bytes SaveScore writes; none if a text cannot stand in an ini line as it
     // enciphers with this key (a line break or NUL in it, or a key name that would read
     // as something else), which the ini writer would refuse as well.

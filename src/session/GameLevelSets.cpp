@@ -8,6 +8,8 @@
 #include "support/platform/Dialogs.h"
 #include "support/platform/EventLoop.h"
 
+#include <algorithm>
+
 namespace tolva {
 
 GameLevelSets::GameLevelSets(LevelModule& game, GameSession& session, TolvaBoard& board, SessionView& view,
@@ -36,7 +38,15 @@ std::string Lower(std::string text) {
 void GameLevelSets::RefreshLevelSets() {
     entries_.clear();
     std::string levels = AppPath() + "levels\\";
-    for (const std::string& folder : ListSubfolders(levels)) {
+    // By name, ignoring case, so that the menu reads the same on every machine whatever
+    // order the file system lists the folders in; names equal but for case keep a fixed
+    // order too.
+    std::vector<std::string> folders = ListSubfolders(levels);
+    std::sort(folders.begin(), folders.end(), [](const std::string& a, const std::string& b) {
+        const std::string lowerA = Lower(a), lowerB = Lower(b);
+        return lowerA != lowerB ? lowerA < lowerB : a < b;
+    });
+    for (const std::string& folder : folders) {
         const std::string tag = "levels\\" + folder + "\\";
         const std::string name = ReadIni(AppPath() + tag + "levels.set", "main", "levelset");
         if (name.empty()) continue;   // no level set
@@ -50,7 +60,9 @@ bool GameLevelSets::LevelList_Click(int index) {
     int checked = -1;
     for (int i = 0; i < static_cast<int>(entries_.size()) && i < MaxLevels; ++i)
         if (entries_[static_cast<std::size_t>(i)].Checked) checked = i;
-    if (index == checked) return false;   // that set is loaded
+    // The entry itself, not the one found checked: two folders equal but for case are
+    // both checked, and either is the set in use.
+    if (entries_[static_cast<std::size_t>(index)].Checked) return false;
     if (session_.GameRunning) {
         const auto answer = dialogs_.MessageBox("This will end your current game, sure to load new level-sets ?",
                                                 std::string(GameTitle), MessageIcon::Warning, MessageButtons::OkCancel);
@@ -62,7 +74,11 @@ bool GameLevelSets::LevelList_Click(int index) {
         session_.SilentGameOver = false;
     }
     if (HiscoreSaver) HiscoreSaver();   // still the old set's path
-    for (auto& entry : entries_) entry.Checked = false;
+    // The first 100 entries, up to the first without a caption, lose their check mark.
+    for (std::size_t i = 0; i < entries_.size() && i < static_cast<std::size_t>(MaxLevels); ++i) {
+        if (entries_[i].Caption.empty()) break;
+        entries_[i].Checked = false;
+    }
     const std::string old = LevelSetPath;
     LevelSetPath = entries_[static_cast<std::size_t>(index)].Tag;
     if (!FolderExists(AppPath() + LevelSetPath)) {

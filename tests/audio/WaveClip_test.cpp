@@ -83,6 +83,19 @@ TEST(WaveClip, TurnsAwayWhatItCannotPlayAndKeepsWhatATruncatedFileHolds) {
     EXPECT_FALSE(WaveClip::Parse(Riff(Chunk("fmt ", Fmt(1, 1, 44100, 24)) + data)));
     EXPECT_FALSE(WaveClip::Parse(Riff(Chunk("fmt ", Fmt(1, 3, 44100, 16)) + data)));
     EXPECT_FALSE(WaveClip::Parse(Riff(Chunk("fmt ", Fmt(1, 1, 0, 16)) + data)));
+    EXPECT_FALSE(WaveClip::Parse(Riff(Chunk("fmt ", Fmt(1, 0, 44100, 16)) + data)));    // no channels
+    EXPECT_FALSE(WaveClip::Parse(Riff(Chunk("fmt ", Fmt(1, 1, 3999, 16)) + data)));     // below any device
+    EXPECT_FALSE(WaveClip::Parse(Riff(Chunk("fmt ", Fmt(1, 1, 192001, 16)) + data)));   // above any device
+    EXPECT_TRUE(WaveClip::Parse(Riff(Chunk("fmt ", Fmt(1, 1, 4000, 16)) + data)));
+    EXPECT_TRUE(WaveClip::Parse(Riff(Chunk("fmt ", Fmt(1, 1, 192000, 16)) + data)));
+    std::string absurdBlock = Fmt(1, 2, 44100, 16);
+    absurdBlock[12] = '\xFF';
+    absurdBlock[13] = '\x7F';
+    EXPECT_FALSE(WaveClip::Parse(Riff(Chunk("fmt ", absurdBlock) + data)));
+    // 8-bit mono at 1 Hz, 600 samples: a valid header for ten minutes of sound in 644 bytes.
+    const std::string slow = Riff(Chunk("fmt ", Fmt(1, 1, 1, 8)) + Chunk("data", std::string(600, '\x90')));
+    EXPECT_EQ(slow.size(), 644u);
+    EXPECT_FALSE(WaveClip::Parse(slow));
     EXPECT_FALSE(WaveClip::Parse(Riff(data + Chunk("fmt ", Fmt(1, 1, 44100, 16)))));   // data before its format
     EXPECT_FALSE(WaveClip::Parse(Riff(Chunk("fmt ", Fmt(1, 1, 44100, 16)))));           // no data
     EXPECT_FALSE(WaveClip::Parse(Riff(Chunk("fmt ", Fmt(1, 1, 44100, 16)).substr(0, 14))));

@@ -121,6 +121,20 @@ TEST(CliHiscore, BadArgumentsAndFailedWrites) {
         EXPECT_EQ(dir.Read("t.hi"), good) << input;
     }
 
+    // A name longer than the game reads back is refused, and the file stays as it was;
+    // the longest name that reads back whole is written.
+    for (const std::size_t length : {std::size_t{2048}, std::size_t{3000}, std::size_t{10} << 20}) {
+        const ToolRun run = Hiscore(dir, "write " + file, "B,2,20\n" + std::string(length, 'N') + ",1,10\n");
+        EXPECT_EQ(run.status, 1) << length;
+        EXPECT_NE(run.err.find("line 2"), std::string::npos) << run.err;
+        EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << length;
+        EXPECT_EQ(dir.Read("t.hi"), good) << length;
+    }
+    ASSERT_EQ(Hiscore(dir, "write " + Quote(dir / "long.hi"), std::string(2047, 'N') + ",1,10\n").status, 0);
+    Hiscores longest;
+    EXPECT_EQ(longest.Load(dir / "long.hi", tolva::DefaultSetKey), tolva::HiscoreLoad::Loaded);
+    EXPECT_EQ(longest[0].Name, std::string(2047, 'N'));
+
     const ToolRun missing = Hiscore(dir, "write " + Quote(dir / "no/t.hi"), "A,1,10\n");
     EXPECT_EQ(missing.status, 1);
     EXPECT_EQ(std::count(missing.err.begin(), missing.err.end(), '\n'), 1);

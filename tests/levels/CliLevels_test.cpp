@@ -99,6 +99,15 @@ TEST(CliLevels, UsageErrorsGiveTwo) {
     EXPECT_EQ(Cli("levels solve " + Quote(f.Path()) + " --level").status, 2);
     EXPECT_EQ(Cli("levels solve " + Quote(f.Path()) + " --level x").status, 2);
     EXPECT_EQ(Cli("levels solve " + Quote(f.Path()) + " --budget -1").status, 2);
+    // Level numbers run from 1: 0 is refused like -1 and 101, before any level is solved.
+    MakeSet(f, "pair", "[main]\nlevelset=Pair\n[level1]\nlevelbricks=10\nlevelgfxfolder=\nLevelName=A\n"
+                       "r0=1,1,2,2\nr1=-1\n");
+    for (const char* command : {"solve", "rate"})
+        for (const char* level : {"0", "-1", "101"}) {
+            const CliRun r = Cli(std::string("levels ") + command + " " + Quote(f / "pair") + " --level " + level);
+            EXPECT_EQ(r.status, 2) << command << " --level " << level;
+            EXPECT_TRUE(r.out.empty()) << command << " --level " << level << ": " << r.out;
+        }
 }
 
 TEST(CliLevels, SolveRefusesABudgetItCannotCount) {

@@ -2,13 +2,17 @@
 // pause of its length, the music stays silent, and the game goes on. The program points
 // PulseAudio at a server that does not exist before any sound is asked for.
 #include "audio/qt/QtSoundEffects.h"
+#include "audio/qt/ModuleStream.h"
 #include "audio/qt/ZenkorPlayer.h"
+#include "support/ZenkorModule.h"
 #include "testsupport/ScriptedDialogs.h"
 
 #include <QAudioDevice>
 #include <QElapsedTimer>
 #include <QMediaDevices>
 #include <gtest/gtest.h>
+
+#include <vector>
 
 using namespace tolva;
 
@@ -60,4 +64,31 @@ TEST(AudioNoDevice, MusicStaysSilentAndKeepsItsState) {
     EXPECT_EQ(player.State(), MusicPlayer::StateStopped);
     player.PlayMod(GameData + "0.mod", true, 0);
     EXPECT_EQ(player.State(), MusicPlayer::StateStopped);
+}
+
+TEST(AudioNoDevice, AnyOtherFileWithNothingToPlayItLeavesTheStateAsStopModLeftIt) {
+    NoServer();
+    ZenkorPlayer player;
+    player.PlayAnyFile(GameData + "9.wav");
+    EXPECT_EQ(player.State(), MusicPlayer::StateStopped);
+    EXPECT_EQ(player.ModFileName(), GameData + "9.wav");
+}
+
+TEST(AudioNoDevice, TheModuleIsMixedAt41000HzWithTheGamesQuality) {
+    // The stream alone, as the sink would pull it: one second of sound is 41000 frames.
+    std::string bytes;
+    ASSERT_TRUE(ReadWholeFile(GameData + "0.mod", bytes));
+    ModuleStream stream;
+    ASSERT_TRUE(stream.Load(bytes, true));
+    ASSERT_TRUE(stream.open(QIODevice::ReadOnly));
+    EXPECT_EQ(ModuleStream::SampleRate, 41000);
+    EXPECT_EQ(ModuleStream::Quality, 51);
+    std::vector<char> second(41000 * ModuleStream::BytesPerFrame);
+    qint64 got = 0;
+    while (got < static_cast<qint64>(second.size())) {
+        const qint64 n = stream.read(second.data() + got, static_cast<qint64>(second.size()) - got);
+        ASSERT_GT(n, 0);
+        got += n;
+    }
+    EXPECT_NEAR(stream.RenderedPositionMs() - stream.BufferedMs(), 1000, 30);
 }

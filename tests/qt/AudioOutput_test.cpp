@@ -17,8 +17,10 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 #include <memory>
@@ -117,6 +119,18 @@ public:
         return data_.size() / 4 * 4;
     }
     qsizetype Now() { return After(0); }
+    // The longest run, in milliseconds, of frames that are all zero between two places:
+    // what the sink played when nothing reached it.
+    double LongestDigitalSilenceMs(qsizetype from, qsizetype to) const {
+        const auto* s = reinterpret_cast<const std::int16_t*>(data_.constData());
+        qsizetype run = 0;
+        qsizetype longest = 0;
+        for (qsizetype i = from / 2; i + 1 < to / 2; i += 2) {
+            run = s[i] == 0 && s[i + 1] == 0 ? run + 1 : 0;
+            longest = std::max(longest, run);
+        }
+        return longest / 44.1;
+    }
     // The root mean square of the left channel between two places, 0 to 32768.
     double Rms(qsizetype from, qsizetype to) const {
         const auto* s = reinterpret_cast<const std::int16_t*>(data_.constData());
@@ -236,6 +250,24 @@ void ANewSoundCutsTheOldOneAndWaitReturnsAtItsEnd(MonitorRecording& rec) {
     effects.PlayWave(folder.filePath("bad.wav").toStdString());
     effects.PlayWave(GameData + "14.wav");
     EXPECT_FALSE(effects.Playing());
+    // A wave whose header asks for a rate no device plays (1 Hz: its 600 samples would
+    // last ten minutes) is a damaged file: even waited for, it holds nothing up.
+    std::string slow = "RIFF";
+    const auto put = [&slow](std::uint32_t v, int width) {
+        for (int i = 0; i < width; ++i) slow.push_back(static_cast<char>(v >> (8 * i) & 0xFF));
+    };
+    put(636, 4);
+    slow += "WAVEfmt ";
+    put(16, 4), put(1, 2), put(1, 2), put(1, 4), put(1, 4), put(1, 2), put(8, 2);
+    slow += "data";
+    put(600, 4);
+    slow += std::string(600, '\x90');
+    ASSERT_EQ(slow.size(), 644u);
+    std::ofstream(folder.filePath("4.wav").toStdString(), std::ios::binary) << slow;
+    clock.restart();
+    effects.PlayWave(folder.filePath("4.wav").toStdString(), true);
+    EXPECT_LT(clock.elapsed(), 1000);
+    EXPECT_FALSE(effects.Playing());
     const qsizetype badFrom = rec.Now();
     EXPECT_LT(rec.Rms(badFrom, rec.After(200)), Silent);
     EXPECT_TRUE(dialogs.ShownBoxes().empty());
@@ -322,6 +354,20 @@ void ModuleEndRaisesFinishedOnceAndLoopingGoesOn(MonitorRecording& rec) {
     EXPECT_EQ(player.ModFileName(), folder.filePath("missing.mod").toStdString());
 }
 
+void TheMusicPlaysOnWhileTheGamesThreadIsBlocked(MonitorRecording& rec) {
+    ZenkorPlayer player;
+    player.PlayMod(GameData + "0.mod", true, 0);
+    ASSERT_EQ(player.State(), MusicPlayer::StatePlaying);
+    const qsizetype from = rec.After(400);
+    // The game's thread waits as it does in a long hunt delay or a beep: no event, no
+    // timer of its own runs for a second and a half.
+    QThread::msleep(1500);
+    const qsizetype to = rec.After(300);
+    EXPECT_GT(rec.Rms(from, to), Sounding);
+    EXPECT_LT(rec.LongestDigitalSilenceMs(from, to), 30.0);
+    player.StopMod();
+}
+
 void OtherFilesPlayThroughTheMediaPlayerUntilStopMod(MonitorRecording& rec) {
     ZenkorPlayer player;
     player.PlayAnyFile(GameData + "9.wav");
@@ -356,6 +402,10 @@ TEST(AudioOutput, EffectsAndMusicAreHeardAndStopsAreSilent) {
     {
         SCOPED_TRACE("the end of a module, looping, pausing");
         ModuleEndRaisesFinishedOnceAndLoopingGoesOn(rec);
+    }
+    {
+        SCOPED_TRACE("the music while the thread is blocked");
+        TheMusicPlaysOnWhileTheGamesThreadIsBlocked(rec);
     }
     {
         SCOPED_TRACE("the media player");

@@ -7,6 +7,7 @@
 #include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
 #include "support/platform/HeadlessEventLoop.h"
+#include "support/platform/qt/QtEventLoop.h"
 #include "testsupport/ScriptedDialogs.h"
 
 #include <QApplication>
@@ -278,4 +279,47 @@ TEST_F(StatisticsWindow, MenuEntryTellsAboutOtherSetsAndReusesAnOpenWindow) {
     frmStatistics* fresh = tolva::OpenStatistics(open, Entry());
     ASSERT_NE(fresh, nullptr);
     EXPECT_EQ(fresh->Table().Row(1).MaxClicks, 99);
+}
+
+TEST_F(StatisticsWindow, OnTheRealEventLoopALoadCannotBeClosedOrShownHalfWay) {
+    // The game's own loop: the load's yields deliver Qt events, a click or a key among them.
+    tolva::QtEventLoop qtEvents;
+    const tolva::StatisticsEntry entry{statPath, true, dialogs, qtEvents, nullptr};
+
+    // F5 again while the first load runs: the window stays hidden until that load is done.
+    bool visibleAfterSecond = true;
+    frmStatistics* second = nullptr;
+    qtEvents.Post([&] {
+        ASSERT_FALSE(open.isNull());
+        ASSERT_TRUE(open->Loading());
+        second = tolva::OpenStatistics(open, entry);
+        visibleAfterSecond = open->isVisible();
+    });
+    frmStatistics* window = tolva::OpenStatistics(open, entry);
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(second, window);
+    EXPECT_FALSE(visibleAfterSecond);
+    EXPECT_TRUE(window->isVisible());
+
+    // "Close" and the title bar's close during a Refresh are refused; the load ends whole.
+    int closesTried = 0;
+    qtEvents.Post([&] {
+        ASSERT_TRUE(open->Loading());
+        QTest::mouseClick(open->Command1(), Qt::LeftButton);
+        EXPECT_FALSE(open->close());
+        closesTried = 2;
+    });
+    QTest::mouseClick(window->Command4(), Qt::LeftButton);
+    DeliverDeletions();
+    EXPECT_EQ(closesTried, 2);
+    ASSERT_FALSE(open.isNull());
+    EXPECT_TRUE(open->isVisible());
+    EXPECT_FALSE(open->Loading());
+    EXPECT_EQ(LoadingWindow(), nullptr);
+    EXPECT_EQ(open->Table().Row(1).MaxClicks, 30);
+
+    // After the load "Close" works again.
+    QTest::mouseClick(open->Command1(), Qt::LeftButton);
+    DeliverDeletions();
+    EXPECT_TRUE(open.isNull());
 }

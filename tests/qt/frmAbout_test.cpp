@@ -65,7 +65,7 @@ TEST(frmAbout, CreditsHaveTheirFormFromNameAndVersionToTheEnd) {
     EXPECT_EQ(lines[0], "TOLVA II");
     EXPECT_EQ(lines[1], "v1.2.3");
     EXPECT_EQ(lines[2], "");
-    EXPECT_EQ(lines[3], "2026");
+    EXPECT_EQ(lines[3], "2000");
     EXPECT_EQ(lines[4], "Tolva Games");
     EXPECT_EQ(lines.back(), " E N D");
     EXPECT_EQ(SplitAtBars(CreditsText())[1], "v" + std::to_string(VersionMajor) + "." + std::to_string(VersionMinor) +

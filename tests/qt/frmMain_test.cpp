@@ -11,6 +11,9 @@
 #include "app/GameApp.h"
 #include "session/GameLevelSets.h"
 #include "session/qt/frmMain.h"
+#include "settings/qt/frmSettings.h"
+#include "controls/Ebutton.h"
+#include "controls/Scroller.h"
 #include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
 #include "testsupport/ScriptedDialogs.h"
@@ -20,6 +23,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QTimer>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -469,4 +473,77 @@ TEST(frmMain, CtrlZAndBackspaceTakeMovesBackAndTheGameMenuFollows) {
     EXPECT_EQ(LabelText(window, "PRACTICE"), "PRACTICE");
     window.Game_Click();
     EXPECT_FALSE(undo->isEnabled());
+}
+
+TEST(frmMain, TheLevelSetMenuIsSortedAndTellsTheSetInUseByItsOwnCheckMark) {
+    TestWindow t("[main]\r\nanidraw=0\r\nplaysounds=0\r\nlevelset=levels\\mini\\\r\n");
+    auto [folder, game, dialogs, app] = t.Parts();
+    // Two folders equal but for case, both the set in use; two more around them.
+    const std::string miniatures = ReadSource("game/levels/miniatures/levels.set");
+    for (const auto& [name, caption] : std::vector<std::pair<std::string, std::string>>{
+             {"zeta", "Zeta"}, {"mini", "Small"}, {"Alpha", "Alpha"}, {"MINI", "Big"}}) {
+        std::filesystem::create_directories(folder.Dir / ("levels/" + name));
+        std::string text = miniatures;
+        text.replace(text.find("levelset=Miniatures"), 19, "levelset=" + caption);
+        folder.Dir.Write("levels/" + name + "/levels.set", text);
+    }
+    frmMain& window = app.Window();
+    ASSERT_TRUE(app.Start(1));
+    ASSERT_EQ(app.LevelSets().LevelSetPath, "levels\\mini\\");
+    QStringList captions;
+    for (QAction* entry : window.LevelSetMenu().actions()) captions << entry->text();
+    EXPECT_EQ(captions, (QStringList{"Alpha", "Default", "Big", "Small", "Zeta"}));
+    const QList<QAction*> entries = window.LevelSetMenu().actions();
+    ASSERT_EQ(entries.size(), 5);
+    EXPECT_TRUE(entries[2]->isChecked());
+    EXPECT_TRUE(entries[3]->isChecked());
+
+    // Either twin is the set in use: no question, the game goes on.
+    app.Session().NewGameMnu_Click();
+    ASSERT_TRUE(app.Session().GameRunning);
+    for (int twin : {2, 3}) {
+        entries[twin]->trigger();
+        EXPECT_TRUE(dialogs.ShownBoxes().empty()) << twin;
+        EXPECT_TRUE(app.Session().GameRunning) << twin;
+        EXPECT_EQ(app.LevelSets().LevelSetPath, "levels\\mini\\") << twin;
+    }
+
+    // Another set ends the game after asking; only the new set is checked then. The
+    // entry chosen outlives its own handler: the old entries go once the loop runs.
+    QPointer<QAction> chosen = entries[4];
+    dialogs.QueueMessageAnswer(MessageResult::Ok);
+    chosen->trigger();
+    ASSERT_EQ(dialogs.ShownBoxes().size(), 1u);
+    EXPECT_EQ(dialogs.ShownBoxes()[0].Text, "This will end your current game, sure to load new level-sets ?");
+    EXPECT_FALSE(app.Session().GameRunning);
+    EXPECT_EQ(app.LevelSets().LevelSetPath, "levels\\zeta\\");
+    EXPECT_FALSE(chosen.isNull());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(chosen.isNull());
+    const QList<QAction*> after = window.LevelSetMenu().actions();
+    ASSERT_EQ(after.size(), 5);
+    for (int i = 0; i < 5; ++i) EXPECT_EQ(after[i]->isChecked(), i == 4) << i;
+}
+
+TEST(frmMain, TheHuntDelayReachesTheBoardOnlyWhenTheSettingsClose) {
+    TestWindow t("[main]\r\nanidraw=0\r\nplaysounds=0\r\nplaymusic=0\r\nhuntdelay=0\r\nupdatedelay=200\r\n");
+    auto [folder, game, dialogs, app] = t.Parts();
+    ASSERT_TRUE(app.Start(1));
+    ASSERT_EQ(app.Board().HuntDelay, 0);
+    std::int32_t huntWhileOpen = -1;
+    std::int32_t updateWhileOpen = -1;
+    QTimer::singleShot(0, [&] {
+        auto* settings = qobject_cast<frmSettings*>(QApplication::activeModalWidget());
+        ASSERT_NE(settings, nullptr);
+        // The hunt delay first, then a control that acts at once.
+        settings->Scroller2()->SetValue(40);
+        settings->Scroller1()->SetValue(300);
+        huntWhileOpen = app.Board().HuntDelay;
+        updateWhileOpen = app.Board().UpdateDelay();
+        settings->Ebutton1()->FakeMouseUp();
+    });
+    app.Windows().Open(GameWindow::Settings);
+    EXPECT_EQ(updateWhileOpen, 300);
+    EXPECT_EQ(huntWhileOpen, 0);
+    EXPECT_EQ(app.Board().HuntDelay, 40);
 }

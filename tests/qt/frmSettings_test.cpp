@@ -164,6 +164,10 @@ TEST(frmSettings, TheActionDelayActsAtOnceAndPacesTheBlinkingSample) {
     Mouse(knob, QEvent::MouseButtonRelease, {-300, 5}, knob->mapToGlobal(QPoint(-300, 5)), Qt::NoButton);
     EXPECT_EQ(w.Settings.UpdateDelay, 2);
     EXPECT_EQ(f.Label1()->text(), "(2) ms");
+    // The help page gives the range the slider really has.
+    std::string help;
+    ASSERT_TRUE(ReadWholeFile(std::string(TOLVA_SOURCE_DIR) + "/game/help/help.htm", help));
+    EXPECT_NE(help.find("from " + std::to_string(w.Settings.UpdateDelay) + " to 1000 ms"), std::string::npos);
 
     // The sample blinks red at the pace of the delay while Check1 is on.
     f.Scroller1()->SetValue(100);

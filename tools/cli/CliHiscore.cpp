@@ -21,10 +21,15 @@
 #include "settings/GameSettings.h"
 #include "support/ZenkorModule.h"
 
+#include <unistd.h>
+
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
+#include <filesystem>
 #include <iostream>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -44,6 +49,9 @@ std::string HiscoreShowText(const std::string& file, std::int16_t key) {
 }
 
 namespace {
+
+// The longest value the game's ini reading keeps; a name enciphers to as many bytes.
+constexpr std::size_t MaxNameBytes = 2047;
 
 // Entry keys run up to the set's key + 9, and Crypter takes keys up to 32766.
 constexpr std::int32_t HighestSetKey = 32766 - (Hiscores::Places - 1);
@@ -131,10 +139,30 @@ bool ParseEntry(std::string line, HiscoreEntry& entry, std::string& why) {
     return true;
 }
 
+// Reads `bytes` back the way the game reads a hiscore file, from a private temporary
+// file, and gives the place of the first name that does not come back as it was given
+// (-1 if all do, -2 if the check could not be made): the last word on whether the game
+// reads the file as it is written.
+int FirstNameLost(const Hiscores& table, std::int16_t key, const std::string& bytes) {
+    std::string path = (std::filesystem::temp_directory_path() / "tolva2-cli-hiscore-XXXXXX").string();
+    const int fd = ::mkstemp(path.data());
+    if (fd < 0) return -2;
+    const bool written = ::write(fd, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
+    ::close(fd);
+    Hiscores readBack;
+    if (written) readBack.ReadAsStored(path, key);
+    std::filesystem::remove(path);
+    if (!written) return -2;
+    for (int i = 0; i < Hiscores::Places; ++i)
+        if (readBack[i].Name != table[i].Name) return i;
+    return -1;
+}
+
 int RunWrite(const HiscoreArgs& a) {
     Hiscores table;
     int count = 0;
     int lineNo = 0;
+    std::vector<int> lineOf;
     for (std::string line; std::getline(std::cin, line);) {
         ++lineNo;
         if (line.empty() || line == "\r") continue;
@@ -142,11 +170,31 @@ int RunWrite(const HiscoreArgs& a) {
         std::string why;
         if (!ParseEntry(line, table[count], why))
             return UsageError("hiscore write: line " + std::to_string(lineNo) + ": " + why);
+        // The game keeps 2047 bytes of a value it reads: a longer name would come back cut.
+        if (table[count].Name.size() > MaxNameBytes) {
+            std::cerr << "tolva2-cli: hiscore write: line " << lineNo << ": the name is " << table[count].Name.size()
+                      << " bytes, and the game reads back " << MaxNameBytes << " at most; nothing written\n";
+            return ExitFailed;
+        }
+        lineOf.push_back(lineNo);
         ++count;
     }
     if (std::cin.bad()) {
         std::cerr << "tolva2-cli: hiscore write: could not read standard input\n";
         return ExitFailed;
+    }
+    // What the game could not read back as written is not written at all.
+    if (const std::optional<std::string> bytes = table.FileBytes(a.key)) {
+        const int lost = FirstNameLost(table, a.key, *bytes);
+        if (lost == -2) {
+            std::cerr << "tolva2-cli: hiscore write: could not check the table in a temporary file; nothing written\n";
+            return ExitFailed;
+        }
+        if (lost >= 0) {
+            std::cerr << "tolva2-cli: hiscore write: the table would not read back as given (the name of line "
+                      << lineOf[static_cast<std::size_t>(lost)] << " first); nothing written\n";
+            return ExitFailed;
+        }
     }
     if (!table.SaveScore(a.file, a.key)) {
         std::cerr << "tolva2-cli: hiscore write: could not write '" << a.file

@@ -214,7 +214,9 @@ int RunSolve(const std::vector<std::string>& args) {
         if (i + 1 >= args.size()) return UsageError("levels solve: missing value for " + args[i]);
         const std::string& value = args[i + 1];
         if (args[i] == "--level") {
-            if (!ParseWhole(value, only)) return UsageError("levels solve: bad number '" + value + "'");
+            // 0 would read as "every level", which --level never means.
+            if (!ParseWhole(value, only) || only < 1 || only > MaxLevels)
+                return UsageError("levels solve: bad value '" + value + "' for --level (1..100)");
         } else if (args[i] == "--budget") {
             if (!ParseBudget(value, budget))
                 return UsageError("levels solve: --budget '" + value + "' is not a finite positive number of seconds");
@@ -222,7 +224,6 @@ int RunSolve(const std::vector<std::string>& args) {
             return UsageError("levels solve: unknown option " + args[i]);
         }
     }
-    if (only < 0 || only > MaxLevels) return UsageError("levels solve: --level 1..100, --budget above 0");
     LoadedSet set;
     std::string error;
     if (!LoadSet(args[1], set, error)) return UsageError("levels solve: " + error);

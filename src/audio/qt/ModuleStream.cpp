@@ -13,6 +13,15 @@ namespace {
 
 constexpr std::size_t RenderChunkFrames = 1024;
 
+// The quality, 0 to 100, as libopenmpt's interpolation filter: nearest, linear, cubic or
+// its windowed sinc, a quarter of the scale each.
+int FilterLength(int quality) {
+    if (quality <= 25) return 1;
+    if (quality <= 50) return 2;
+    if (quality <= 75) return 4;
+    return 8;
+}
+
 } // namespace
 
 ModuleStream::ModuleStream() = default;
@@ -26,6 +35,7 @@ bool ModuleStream::Load(const std::string& bytes, bool loop) {
         std::ostringstream log;
         module_ = std::make_unique<openmpt::module>(bytes.data(), bytes.size(), log);
         module_->set_repeat_count(loop ? -1 : 0);
+        module_->set_render_param(openmpt::module::RENDER_INTERPOLATIONFILTER_LENGTH, FilterLength(Quality));
     } catch (const std::exception&) {
         module_.reset();
         return false;

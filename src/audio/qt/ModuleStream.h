@@ -2,11 +2,12 @@
 // A tracker module rendered on demand into 16-bit stereo PCM, as a QIODevice that a
 // QAudioSink pulls from.
 //
-// The sink pulls on the audio back end's schedule, from the game's one thread, in small
-// periods. So that a slow repaint or a nested wait never finds the device empty, every
-// pull first tops up a buffer of at least RenderAheadMs of rendered sound, and the sink's
-// own buffer (set by ZenkorPlayer) holds more than that again. Rendering a period takes
-// well under a millisecond.
+// The sink pulls on the audio back end's schedule, in small periods, from the thread it
+// lives on: ZenkorPlayer keeps both on a music thread of their own, so that no wait of
+// the game's thread stops the pulls. Every pull first tops up a buffer of at least
+// RenderAheadMs of rendered sound, and the sink's own buffer holds more than that again.
+// Rendering a period takes well under a millisecond. The stream is not locked: only the
+// thread it lives on may touch it.
 //
 // A looping module never ends; its passes are counted as its position runs past its
 // length. A module played once ends when its last rendered sample has been handed to the
@@ -26,7 +27,10 @@ namespace tolva {
 
 class ModuleStream final : public QIODevice {
 public:
-    static constexpr int SampleRate = 44100;
+    // The mixing rate and quality the game sets for its music: 41000 Hz (not 44100), and
+    // 51 on the player's scale of 0 to 100, which picks libopenmpt's cubic interpolation.
+    static constexpr int SampleRate = 41000;
+    static constexpr int Quality = 51;
     static constexpr int Channels = 2;
     static constexpr int BytesPerFrame = Channels * 2;
     static constexpr int RenderAheadMs = 300;

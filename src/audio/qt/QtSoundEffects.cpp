@@ -48,11 +48,14 @@ void QtSoundEffects::PlayWave(const std::string& storedPath, bool wait) {
     }
     const std::optional<WaveClip> clip = WaveClip::Load(storedPath);
     if (!clip) return;
-    if (!Start(clip->ConvertedTo(SampleRate, Channels))) {
+    const WaveClip played = clip->ConvertedTo(SampleRate, Channels);
+    if (!Start(played)) {
         ReportNoDevice();
         return;
     }
-    if (wait) BlockUntilHeard(0, clip->DurationMs() + 1000);
+    // The wait is bounded by the length of what was handed to the device, and the
+    // output's latency, whatever the file's header says.
+    if (wait) BlockUntilHeard(0, played.DurationMs() + 2 * OutputLatencyMs + MinQueuedMs);
 }
 
 void QtSoundEffects::SpeakerBeep(std::int32_t frequency, std::int32_t milliseconds) {

@@ -1,7 +1,8 @@
 #pragma once
 // The music player on screen. Tracker modules (mod, xm, it, s3m, 669) are rendered by
-// libopenmpt (ModuleStream) into a QAudioSink that pulls; any other file (wav, mp3) goes
-// to a QMediaPlayer. Only one plays at a time; StopMod stops both.
+// libopenmpt (ModuleStream) into a QAudioSink that pulls, both on a thread of their own
+// (MusicThread), so that no wait of the game's thread can starve the music; any other
+// file (wav, mp3) goes to a QMediaPlayer. Only one plays at a time; StopMod stops both.
 //
 // Positions are milliseconds into the module: MaxPos is the module's length, and
 // GetCurrentPos the place being heard (the rendered place less what waits in the buffers);
@@ -18,6 +19,7 @@
 // as it was and says nothing: the game runs without music. Destroy the player before the
 // application object.
 #include "audio/MusicPlayer.h"
+#include "audio/qt/MusicThread.h"
 
 #include <QTimer>
 
@@ -33,8 +35,8 @@ class ModuleStream;
 
 class ZenkorPlayer final : public MusicPlayer {
 public:
-    // Milliseconds of sound the sink keeps queued at the audio server: more than any
-    // repaint or blocking pause of the game is expected to last.
+    // Milliseconds of sound the sink keeps queued at the audio server. The music thread
+    // tops it up whatever the game's thread is doing.
     static constexpr int SinkBufferMs = 500;
 
     ZenkorPlayer();
@@ -63,6 +65,8 @@ private:
     bool StartSink();
     void StopSink();
 
+    // The module and its sink live on the music thread and are touched only in its jobs.
+    mutable MusicThread music_;
     std::unique_ptr<ModuleStream> stream_;
     std::unique_ptr<QAudioSink> sink_;
     std::unique_ptr<QAudioOutput> mediaOutput_;

@@ -237,7 +237,13 @@ void frmMain::Game_Click() {
 }
 
 void frmMain::ShowLevelSets(const std::vector<LevelSetEntry>& entries) {
-    levelSets_->clear();
+    // The entry being handled is still running its handler when the list is rebuilt:
+    // the old entries leave the menu now and are deleted once control is back in the
+    // event loop.
+    for (QAction* old : levelSets_->actions()) {
+        levelSets_->removeAction(old);
+        old->deleteLater();
+    }
     for (std::size_t i = 0; i < entries.size(); ++i) {
         QAction* entry = levelSets_->addAction(QString::fromLatin1(entries[i].Caption.c_str()), this, [this, i] {
             if (routes_.ChooseLevelSet) routes_.ChooseLevelSet(static_cast<int>(i));

@@ -6,8 +6,8 @@
 // It edits one GameSettings object. Some changes must be felt while the window is still
 // open (the action delay and its blinking sample, the external music file and folder),
 // so those are written to the settings at once and reported through applyToBoard, which
-// the owner uses to hand the settings to the board. The hunt delay goes to the board at
-// closing, through applyToBoard once more. The other check boxes are written back when
+// the owner uses to hand the settings to the board, all but the hunt delay: that one
+// reaches the board only when the window has closed, and the owner hands it on then. The other check boxes are written back when
 // the window closes, the numeric ones as 0 or 1, and the music is then started (music on)
 // or stopped unless it is stopped already.
 //

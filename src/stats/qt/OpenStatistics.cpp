@@ -18,6 +18,9 @@ frmStatistics* OpenStatistics(QPointer<frmStatistics>& open, const StatisticsEnt
     if (!entry.IsDefaultSet)
         entry.Boxes.MessageBox("Levels statistics is for default levels only !", title, MessageIcon::Information,
                                MessageButtons::Ok);
+    // A window still loading (the menu chosen again while the load let events run) is
+    // shown by the call that started the load, once the load is done.
+    if (!open.isNull() && open->Loading()) return open.data();
     if (open.isNull()) {
         auto* window = new frmStatistics(entry.StatPath, entry.Boxes, entry.Events, entry.MainWindow);
         open = window;

@@ -7,6 +7,7 @@
 #include "support/platform/Dialogs.h"
 #include "support/platform/EventLoop.h"
 
+#include <QCloseEvent>
 #include <QFrame>
 #include <QGuiApplication>
 #include <QLabel>
@@ -174,6 +175,14 @@ void frmStatistics::ClearAll() {
     if (answer != MessageResult::Ok) return;
     if (FileExists(statPath_)) std::remove(NativePath(statPath_).c_str());
     close();
+}
+
+void frmStatistics::closeEvent(QCloseEvent* event) {
+    if (loading_) {
+        event->ignore();
+        return;
+    }
+    QWidget::closeEvent(event);
 }
 
 void frmStatistics::mouseReleaseEvent(QMouseEvent* event) {

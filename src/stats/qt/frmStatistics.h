@@ -61,6 +61,9 @@ public:
 
 protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
+    // Refused while a load runs: the window (deleted on close) holds the progress window
+    // and the table the load is still filling.
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     void BuildHeader();

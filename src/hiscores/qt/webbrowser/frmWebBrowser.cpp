@@ -64,10 +64,10 @@ void frmWebBrowser::MakeControls() {
         Label2->setText(url.isEmpty() ? statusText_ : url);
     });
 
-    // The status line runs from the window's left edge up to the first button.
+    // The status line: a short label in the corner under the browser.
     Label2 = new QLabel(statusText_, this);
     Label2->setObjectName("Label2");
-    Label2->setGeometry(2, 415, 362, 13);
+    Label2->setGeometry(2, 415, 31, 13);
 
     Command2 = new QPushButton("Show hiscores in default browser", this);
     Command2->setObjectName("Command2");
@@ -108,14 +108,17 @@ void frmWebBrowser::Timer1_Timer() {
     }
     pageUrl_ = QUrl::fromLocalFile(QString::fromLocal8Bit(page->c_str()));
     WebBrowser1->load(pageUrl_);
+    // The browser covers the waiting text from now on: the page posts itself, and what
+    // comes back (an answer, or the engine's word that the post failed) stands there.
+    WebBrowser1->show();
 }
 
 void frmWebBrowser::WebBrowser1_LoadFinished(bool ok) {
     WebBrowser1_StatusTextChange(ok ? "Done" : "The page could not be loaded");
-    // The blank page of the first moment and the submission page pass unseen; whatever
-    // comes after them (the answer, or the engine's error page) is shown.
+    // The page of the hiscore address is shown once it has come (a submission shows the
+    // browser as soon as it posts); the blank page of the first moment passes unseen.
     const QUrl shown = WebBrowser1->url();
-    if (!ticked_ || shown.scheme() == "about" || (request_.SubmitHiscore && shown == pageUrl_)) return;
+    if (!ticked_ || shown.scheme() == "about") return;
     WebBrowser1->show();
 }
 

@@ -7,9 +7,10 @@
 //
 // The window comes up first and the work begins at the one tick of Timer1, half a
 // second later, so that the player sees "CONNECTING TO THE INTERNET, PLEASE WAIT" rather
-// than a frozen menu. The browser stays hidden over that label until its first page
-// after the tick has loaded (the server's answer, the hiscore page or an error page):
-// the submission page itself is blank and only passes through.
+// than a frozen menu. A submission shows the browser over that label as soon as it is
+// sent to the submission page (which is blank and posts itself at once), so that the
+// server's answer, or the engine's page saying the post failed, is what stays there.
+// Showing the hiscore address keeps the label until that page has loaded.
 //
 // The status line shows what the engine is doing (opening, loading with its progress,
 // done or failed) and, while the mouse is over a link, the link's address.
