@@ -27,8 +27,9 @@ empty board gives a bonus and the next level; a board without a pair ends the ga
   --help          show this text and end
   --version       show the version and end
 
-Files: installed (the program in PREFIX/games with PREFIX/share/games/tolva2 beside
-it), the game reads its pictures, sounds, help and level sets from
+Files:
+Installed (the program in PREFIX/games with PREFIX/share/games/tolva2 beside it),
+the game reads its pictures, sounds, help and level sets from
 PREFIX/share/games/tolva2 and writes tolva2.ini, stat.ini and each level set's
 hiscore.hi to $XDG_DATA_HOME/tolva2 (~/.local/share/tolva2 if XDG_DATA_HOME is not
 set), made on the first start. A file there takes the place of the installed file
