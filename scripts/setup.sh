@@ -11,6 +11,7 @@ packages=(
   xvfb xauth xdotool x11-apps fonts-dejavu-core fonts-liberation
   cups printer-driver-cups-pdf poppler-utils
   pulseaudio pulseaudio-utils gstreamer1.0-plugins-base gstreamer1.0-plugins-good
+  dpkg-dev fakeroot file help2man lintian desktop-file-utils appstream systemd netpbm
 )
 
 missing=()

@@ -33,6 +33,10 @@ if command -v pulseaudio >/dev/null 2>&1; then
 fi
 ctest --test-dir build --output-on-failure -j "$jobs"
 
+# The Debian package, installed into a throwaway root and played there as an ordinary
+# user: lintian, the desktop validators, and where the installed game writes.
+bash scripts/test-package.sh
+
 # `tolva2-cli levels solve` must clear every shipped level within its 60 s on one core.
 # Each level is one the solver's first passes clear within 4 million boards (the level
 # maker ships no other), a few seconds each, so both sets take about two minutes.

@@ -30,6 +30,7 @@
 #include "session/qt/frmMain.h"
 #include "support/StartupMemory.h"
 #include "support/StartupTrace.h"
+#include "support/GameFolders.h"
 #include "support/ZenkorModule.h"
 #include "support/platform/SeededRandom.h"
 #include "support/platform/qt/QtDialogs.h"
@@ -38,6 +39,7 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QFile>
 #include <QFileInfo>
 #include <QWindow>
 #include <QGuiApplication>
@@ -48,10 +50,13 @@
 namespace tolva {
 namespace {
 
-// Where the game's plug-ins (the audio stack, the browser) are looked for: beside the
-// program, then in the build's game folder, for the tests that run from elsewhere.
+// Where the game's plug-ins (the audio stack, the browser) are looked for: the game's
+// plug-in folder (plugins/ beside a portable program), then, portable only, the build's
+// game folder, for the tests that run from elsewhere.
 QStringList PluginFolders() {
-    return {QCoreApplication::applicationDirPath() + "/plugins", QStringLiteral(TOLVA_BUILD_GAME_DIR "/plugins")};
+    const QString own = QFile::decodeName(PluginFolder().c_str());
+    if (AppPathIsLayered()) return {own};
+    return {own, QStringLiteral(TOLVA_BUILD_GAME_DIR "/plugins")};
 }
 
 // The heap the first screen takes after the game's objects are built: the pictures and

@@ -145,7 +145,7 @@ bool Hiscores::SaveScore(const std::string& path, std::int16_t setKey) const {
     const std::optional<std::string> bytes = FileBytes(setKey);
     if (!bytes) return false;
     ClearFileAttributes(path);
-    return detail::ReplaceFileContents(NativePath(path), *bytes);
+    return detail::ReplaceFileContents(WritablePath(path, true), *bytes);
 }
 
 bool Hiscores::SaveScoreAt(const std::string& nativePath, std::int16_t setKey) const {

@@ -48,7 +48,7 @@ bool SubmissionPage::Remove() const {
     if (!Exists()) return true;
     ClearFileAttributes(Path());
     std::error_code error;
-    std::filesystem::remove(NativeFile(), error);
+    std::filesystem::remove(WritablePath(Path()), error);
     return !Exists();
 }
 

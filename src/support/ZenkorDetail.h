@@ -65,4 +65,12 @@ private:
 // symbolic link stays a link and its target is replaced. Gives false if nothing changed.
 bool ReplaceFileContents(const std::string& nativePath, const std::string& bytes);
 
+// A stored path mapped to a native one in a single folder tree: backslashes to '/', and
+// each missing name looked up without regard to case. NativePath adds the layers.
+std::string ResolveStoredPath(const std::string& storedPath);
+
+// Makes the native `folder` and every missing folder above it, each the owner's only, as
+// the base directory specification asks of a player's data folder. True if it is there.
+bool MakeFolderChain(const std::string& folder);
+
 } // namespace tolva::detail

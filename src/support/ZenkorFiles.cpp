@@ -38,12 +38,55 @@ namespace {
 
 namespace fs = std::filesystem;
 
+bool IsSeparator(char c) { return c == '/' || c == '\\'; }
+
 std::string& StoredAppPath() {
     static std::string path;
     return path;
 }
 
-bool IsSeparator(char c) { return c == '/' || c == '\\'; }
+// The installed, read-only data folder as a stored path with its closing backslash while
+// the game runs installed; empty for a portable game folder, which is one layer.
+std::string& StoredDataPath() {
+    static std::string path;
+    return path;
+}
+
+// The stored form of a native folder: absolute, '/' inside, one closing backslash.
+std::string StoredFolder(const std::string& folder) {
+    std::error_code error;
+    std::string path = folder;
+    if (path.empty() || !IsSeparator(path.front())) path = fs::absolute(folder.empty() ? "." : folder, error).string();
+    while (!path.empty() && IsSeparator(path.back())) path.pop_back();
+    return path + "\\";
+}
+
+// True when `storedPath` lies in a game folder of two layers; `rest` is then the part
+// behind the game folder ("levels\default\levels.set").
+bool InLayeredFolder(const std::string& storedPath, std::string& rest) {
+    const std::string& own = StoredAppPath();
+    if (StoredDataPath().empty() || own.empty() || storedPath.compare(0, own.size(), own) != 0) return false;
+    rest = storedPath.substr(own.size());
+    return true;
+}
+
+
+// The names of the folders directly in the native folder `folder` (closing '/').
+void AddSubfolders(const std::string& folder, std::vector<std::string>& names) {
+    DIR* dir = ::opendir(folder.c_str());
+    if (dir == nullptr) return;
+    while (const dirent* entry = ::readdir(dir)) {
+        const std::string name = entry->d_name;
+        if (name == "." || name == "..") continue;
+        bool isFolder = entry->d_type == DT_DIR;
+        if (entry->d_type == DT_UNKNOWN || entry->d_type == DT_LNK) {
+            struct stat info {};
+            isFolder = ::stat((folder + name).c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+        }
+        if (isFolder) names.push_back(name);
+    }
+    ::closedir(dir);
+}
 
 // The folder of the running executable, as a native path.
 std::string ExecutableFolder() {
@@ -276,30 +319,58 @@ std::string AppPath() {
 }
 
 void SetAppPath(const std::string& folder) {
-    std::error_code error;
-    std::string path = folder;
-    if (path.empty() || !IsSeparator(path.front())) path = fs::absolute(folder.empty() ? "." : folder, error).string();
-    while (!path.empty() && IsSeparator(path.back())) path.pop_back();
-    StoredAppPath() = path + "\\";
+    StoredAppPath() = StoredFolder(folder);
+    StoredDataPath().clear();
 }
 
-void InitAppPath(int argc, char** argv) {
-    const std::string option = "--game-dir";
-    for (int i = 1; i < argc; ++i) {
-        const std::string arg = argv[i];
-        if (arg == option && i + 1 < argc) {
-            SetAppPath(argv[i + 1]);
-            return;
-        }
-        if (arg.rfind(option + "=", 0) == 0) {
-            SetAppPath(arg.substr(option.size() + 1));
-            return;
-        }
-    }
-    SetAppPath(ExecutableFolder());
+void SetLayeredAppPath(const std::string& playerFolder, const std::string& dataFolder) {
+    StoredAppPath() = StoredFolder(playerFolder);
+    StoredDataPath() = StoredFolder(dataFolder);
 }
+
+bool AppPathIsLayered() { return !StoredDataPath().empty(); }
+
+std::string ExecutableFolderPath() { return ExecutableFolder(); }
 
 std::string NativePath(const std::string& storedPath) {
+    std::string rest;
+    if (!InLayeredFolder(storedPath, rest)) return detail::ResolveStoredPath(storedPath);
+    // The player's file first, then the installed one; a name in neither is the player's,
+    // so that a file about to be made goes where the game may write.
+    const std::string own = detail::ResolveStoredPath(StoredAppPath() + rest);
+    struct stat info {};
+    if (::lstat(own.c_str(), &info) == 0) return own;
+    const std::string shipped = detail::ResolveStoredPath(StoredDataPath() + rest);
+    if (::lstat(shipped.c_str(), &info) == 0) return shipped;
+    return own;
+}
+
+std::string WritablePath(const std::string& storedPath, bool makeFolders) {
+    std::string rest;
+    if (!InLayeredFolder(storedPath, rest)) return NativePath(storedPath);
+    const std::string own = detail::ResolveStoredPath(StoredAppPath() + rest);
+    if (makeFolders) {
+        // Only folders inside the player's folder are made: a path that climbs out of it
+        // with ".." gets none.
+        const fs::path root = fs::path(detail::ResolveStoredPath(StoredAppPath())).lexically_normal();
+        const fs::path parent = fs::path(own).lexically_normal().parent_path();
+        const std::string rootText = root.string();
+        if (parent.string().compare(0, rootText.size(), rootText) == 0) detail::MakeFolderChain(parent.string());
+    }
+    return own;
+}
+
+namespace detail {
+
+bool MakeFolderChain(const std::string& folder) {
+    std::error_code error;
+    if (fs::is_directory(folder, error)) return true;
+    const fs::path path(folder);
+    if (path.has_parent_path() && path.parent_path() != path) MakeFolderChain(path.parent_path().string());
+    return ::mkdir(folder.c_str(), 0700) == 0 || (errno == EEXIST && fs::is_directory(folder, error));
+}
+
+std::string ResolveStoredPath(const std::string& storedPath) {
     // Backslashes to '/', runs of separators to one.
     std::string plain;
     plain.reserve(storedPath.size());
@@ -336,6 +407,8 @@ std::string NativePath(const std::string& storedPath) {
     return result;
 }
 
+} // namespace detail
+
 // ---- files and folders --------------------------------------------------------------
 
 bool FileExists(const std::string& path) {
@@ -350,7 +423,7 @@ bool FolderExists(const std::string& path) {
 }
 
 void ClearFileAttributes(const std::string& path) {
-    const std::string native = NativePath(path);
+    const std::string native = WritablePath(path);
     struct stat info {};
     if (!StatPath(native, info) || S_ISDIR(info.st_mode)) return;
     if ((info.st_mode & S_IWUSR) == 0) ::chmod(native.c_str(), (info.st_mode & 07777) | S_IWUSR);
@@ -359,20 +432,21 @@ void ClearFileAttributes(const std::string& path) {
 std::vector<std::string> ListSubfolders(std::string& path) {
     if (path.empty() || !IsSeparator(path.back())) path += '\\';
     std::vector<std::string> names;
-    const std::string folder = NativePath(path);
-    DIR* dir = ::opendir(folder.c_str());
-    if (dir == nullptr) return names;
-    while (const dirent* entry = ::readdir(dir)) {
-        const std::string name = entry->d_name;
-        if (name == "." || name == "..") continue;
-        bool isFolder = entry->d_type == DT_DIR;
-        if (entry->d_type == DT_UNKNOWN || entry->d_type == DT_LNK) {
-            struct stat info {};
-            isFolder = ::stat((folder + name).c_str(), &info) == 0 && S_ISDIR(info.st_mode);
-        }
-        if (isFolder) names.push_back(name);
+    std::string rest;
+    if (!InLayeredFolder(path, rest)) {
+        AddSubfolders(NativePath(path), names);
+        return names;
     }
-    ::closedir(dir);
+    // The player's folders, then the installed ones the player has no folder of that
+    // name for (without regard to case, as a stored path would find the player's).
+    AddSubfolders(detail::ResolveStoredPath(StoredAppPath() + rest), names);
+    std::vector<std::string> shipped;
+    AddSubfolders(detail::ResolveStoredPath(StoredDataPath() + rest), shipped);
+    for (const std::string& name : shipped) {
+        const bool known = std::any_of(names.begin(), names.end(),
+                                       [&name](const std::string& own) { return detail::EqualsNoCase(own, name); });
+        if (!known) names.push_back(name);
+    }
     return names;
 }
 
@@ -397,7 +471,7 @@ int WriteWholeFile(const std::string& path, const std::string& text, const std::
         ClearFileAttributes(path);
         if (doEvents) doEvents();
     }
-    return detail::ReplaceFileContents(NativePath(path), text) ? 0 : -1;
+    return detail::ReplaceFileContents(WritablePath(path, true), text) ? 0 : -1;
 }
 
 std::string GetFileExtension(const std::string& fileName, bool withDot) {

@@ -232,7 +232,10 @@ std::string ReadIni(const std::string& fileName, const std::string& section, con
 bool WriteIni(const std::string& fileName, const std::string& section, const std::string& key,
               const std::string& value) {
     if (!CanBeWritten(section, key, value)) return false;
+    // Read from where the game reads, written where it writes: the same file in a portable
+    // game folder; installed, a file shipped with the game is rewritten into the player's.
     const std::string native = NativePath(fileName);
+    const std::string target = WritablePath(fileName, true);
 
     std::string old;
     struct stat info {};
@@ -246,7 +249,7 @@ bool WriteIni(const std::string& fileName, const std::string& section, const std
     } else if (errno != ENOENT) {
         return false;
     }
-    return detail::ReplaceFileContents(native, WithKeySet(old, TrimBlanks(section), TrimBlanks(key), value));
+    return detail::ReplaceFileContents(target, WithKeySet(old, TrimBlanks(section), TrimBlanks(key), value));
 }
 
 } // namespace tolva

@@ -66,14 +66,28 @@ std::string Trim(const std::string& text);
 
 // ---- files and folders -------------------------------------------------------------
 // The game folder with a closing backslash, as a stored path. The default is the
-// executable's folder; SetAppPath changes it (from --game-dir DIR).
+// executable's folder; SetAppPath changes it (from --game-dir DIR) to a portable folder
+// of one layer. SetLayeredAppPath makes it the player's folder of an installed game,
+// over the installed data folder: paths in it are read from the player's folder first,
+// then from the data folder, and written to the player's folder only.
 std::string AppPath();
 void SetAppPath(const std::string& folder);
-// Reads "--game-dir DIR" from the command line if present, else the executable's folder.
+void SetLayeredAppPath(const std::string& playerFolder, const std::string& dataFolder);
+bool AppPathIsLayered();
+// Reads "--game-dir DIR" from the command line if present, else decides between the
+// installed and the portable game from where the executable is (support/GameFolders.h).
 void InitAppPath(int argc, char** argv);
+// The folder of the running executable, as a native path.
+std::string ExecutableFolderPath();
 
-// A stored path (backslashes, maybe the wrong case) as a path this system opens.
+// A stored path (backslashes, maybe the wrong case) as a path this system opens: the
+// path to read. In a layered game folder, the player's file if there is one, else the
+// installed one, else where the player's would be.
 std::string NativePath(const std::string& storedPath);
+// The path a write of the stored path goes to: NativePath in a portable game folder; in
+// a layered one always the player's folder, whose missing folders on the way are made
+// if `makeFolders`.
+std::string WritablePath(const std::string& storedPath, bool makeFolders = false);
 
 // True for a regular file (a link counts as what it points to). A folder, a pipe, a
 // device or a socket is no file the game can read: opening a pipe would wait for a writer

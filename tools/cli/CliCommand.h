@@ -28,4 +28,10 @@ struct CliRegistration {
 // Prints "tolva2-cli: MESSAGE" on standard error and gives ExitUsage.
 int UsageError(const std::string& message);
 
+// For a command whose game folder was left out: when this tolva2-cli is the installed
+// one, makes the installed game's folders (the player's over the installed data) the
+// game folder, as the game itself would, and gives true. A portable tolva2-cli has no
+// game of its own to fall back on: false, and the folder stays required.
+bool UseInstalledGameFolders();
+
 } // namespace tolva::cli

@@ -213,15 +213,21 @@ int RunString(const HiscoreArgs& a) {
 }
 
 int RunPage(const std::vector<std::string>& args) {
-    if (args.size() != 2) return UsageError("hiscore page needs GAMEDIR, and nothing else");
-    std::string folder = args[1];
-    while (folder.size() > 1 && folder.back() == '/') folder.pop_back();
-    if (!FolderExists(folder)) {
-        std::cerr << "tolva2-cli: hiscore page: '" << args[1] << "' is not a folder\n";
-        return ExitFailed;
+    if (args.size() > 2 || (args.size() == 1 && !UseInstalledGameFolders()))
+        return UsageError("hiscore page needs GAMEDIR, and nothing else");
+    std::string gameFolder;
+    if (args.size() == 1) {
+        gameFolder = AppPath();
+    } else {
+        std::string folder = args[1];
+        while (folder.size() > 1 && folder.back() == '/') folder.pop_back();
+        if (!FolderExists(folder)) {
+            std::cerr << "tolva2-cli: hiscore page: '" << args[1] << "' is not a folder\n";
+            return ExitFailed;
+        }
+        // The game folder as the game stores it: with its closing backslash.
+        gameFolder = folder + "\\";
     }
-    // The game folder as the game stores it: with its closing backslash.
-    const std::string gameFolder = folder + "\\";
     const GameSettings settings = GameSettings::Read(gameFolder + "tolva2.ini");
     // What the game holds after loading the default set: a table that fails its
     // checksum is ten free places.
@@ -250,7 +256,8 @@ const CliRegistration registration{CliCommand{
     "hiscore show FILE [--key K]       the ten entries (PLACE, NAME, LEVEL, SCORE) and the checksum state\n"
     "  hiscore write FILE [--key K]      write FILE from up to ten NAME,LEVEL,SCORE lines on standard input\n"
     "  hiscore string FILE [--key K]     the table's Internet form, no line end (K: default, other or a number)\n"
-    "  hiscore page GAMEDIR              the page a submission from GAMEDIR would post, no line end",
+    "  hiscore page [GAMEDIR]            the page a submission from GAMEDIR would post, no line end\n"
+    "                                    (installed, GAMEDIR left out: the game's own folders)",
     RunHiscore}};
 
 } // namespace

@@ -215,10 +215,13 @@ int RunSession(const std::vector<std::string>& args) {
             return UsageError("session: unexpected argument '" + args[i] + "'");
         }
     }
-    if (dir.empty()) return UsageError("session needs GAMEDIR");
     std::error_code ec;
-    if (!fs::is_directory(dir, ec)) return UsageError("session: no such folder: " + dir);
-    SetAppPath(fs::absolute(dir, ec).lexically_normal().string());
+    if (dir.empty()) {
+        if (!UseInstalledGameFolders()) return UsageError("session needs GAMEDIR");
+    } else {
+        if (!fs::is_directory(dir, ec)) return UsageError("session: no such folder: " + dir);
+        SetAppPath(fs::absolute(dir, ec).lexically_normal().string());
+    }
 
     CliPlatform host(seed, &std::cout);
     HeadlessGame game(host.Loop, host.Dialog);
@@ -247,7 +250,8 @@ int RunSession(const std::vector<std::string>& args) {
 
 const CliRegistration registration{CliCommand{
     "session",
-    "session GAMEDIR [--seed S]        the whole game without a window in GAMEDIR, from commands on standard\n"
+    "session [GAMEDIR] [--seed S]      the whole game without a window in GAMEDIR (installed: may be left\n"
+    "                                    out for the game's own folders), from commands on standard\n"
     "                                    input: the board's, newgame LEVEL, endgame, initials [TEXT], set FOLDER,\n"
     "                                    table, labels, hover X Y, key NAME, cursor, undo, save, resume, quit",
     RunSession}};

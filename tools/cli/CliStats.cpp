@@ -29,10 +29,16 @@ void PrintValues(const std::array<std::int16_t, StatColumnCount>& values) {
 }
 
 int RunStatsShow(const std::vector<std::string>& args) {
-    if (args.size() != 2) return UsageError("stats show needs one argument: GAMEDIR");
-    std::string folder = args[1];
-    if (folder.empty() || !FolderExists(folder)) return UsageError("stats show: no such folder '" + folder + "'");
-    if (folder.back() != '/' && folder.back() != '\\') folder += '/';
+    if (args.size() > 2 || (args.size() == 1 && !UseInstalledGameFolders()))
+        return UsageError("stats show needs one argument: GAMEDIR");
+    std::string folder;
+    if (args.size() == 1) {
+        folder = AppPath();
+    } else {
+        folder = args[1];
+        if (folder.empty() || !FolderExists(folder)) return UsageError("stats show: no such folder '" + folder + "'");
+        if (folder.back() != '/' && folder.back() != '\\') folder += '/';
+    }
 
     StatTable table;
     table.OpenStatFile(folder + "stat.ini");
@@ -56,7 +62,8 @@ int RunStats(const std::vector<std::string>& args) {
 
 const CliRegistration registration{CliCommand{
     "stats",
-    "stats show GAMEDIR                the statistics table of GAMEDIR/stat.ini, its totals and\n"
+    "stats show [GAMEDIR]              the statistics table of GAMEDIR/stat.ini (installed: may be left out\n"
+    "                                    for the game's own), its totals and\n"
     "                                    the row the green bar reaches",
     RunStats}};
 

@@ -1,5 +1,7 @@
 #include "CliCommand.h"
 
+#include "support/GameFolders.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <iostream>
@@ -14,6 +16,13 @@ std::vector<CliCommand>& CommandTable() {
 int UsageError(const std::string& message) {
     std::cerr << "tolva2-cli: " << message << '\n';
     return ExitUsage;
+}
+
+bool UseInstalledGameFolders() {
+    const GameFolders folders = DefaultGameFolders();
+    if (!folders.Installed) return false;
+    if (!UseGameFolders(folders)) std::cerr << "tolva2-cli: the player's folder " << folders.GameFolder << " could not be made\n";
+    return true;
 }
 
 namespace {

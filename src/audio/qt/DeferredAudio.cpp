@@ -9,6 +9,16 @@
 
 namespace tolva {
 
+namespace {
+
+// The plug-in keeps its own copy of the file helpers, which knows nothing of an installed
+// game's two layers: it is handed the path the game itself reads from.
+std::string ForPlugin(const std::string& storedPath) {
+    return AppPathIsLayered() ? NativePath(storedPath) : storedPath;
+}
+
+} // namespace
+
 AudioPluginLoader::AudioPluginLoader(QStringList folders) : folders_(std::move(folders)) {}
 
 // The library stays loaded to the end of the program: the players it made may still be
@@ -54,7 +64,7 @@ SoundEffects* DeferredSoundEffects::Real() {
 
 void DeferredSoundEffects::PlayWave(const std::string& storedPath, bool wait) {
     if (SoundEffects* real = Real()) {
-        real->PlayWave(storedPath, wait);
+        real->PlayWave(ForPlugin(storedPath), wait);
         return;
     }
     dialogs_.MessageBox("Unable to init SOUND-DECVICE", std::string(GameTitle), MessageIcon::Exclamation,
@@ -87,11 +97,11 @@ MusicPlayer* DeferredMusicPlayer::Real() {
 }
 
 void DeferredMusicPlayer::PlayMod(const std::string& fileName, bool loop, std::int32_t position) {
-    if (MusicPlayer* real = Real()) real->PlayMod(fileName, loop, position);
+    if (MusicPlayer* real = Real()) real->PlayMod(ForPlugin(fileName), loop, position);
 }
 
 void DeferredMusicPlayer::PlayAnyFile(const std::string& filePath) {
-    if (MusicPlayer* real = Real()) real->PlayAnyFile(filePath);
+    if (MusicPlayer* real = Real()) real->PlayAnyFile(ForPlugin(filePath));
 }
 
 void DeferredMusicPlayer::StopMod() {

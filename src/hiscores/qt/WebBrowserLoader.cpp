@@ -1,9 +1,11 @@
 #include "hiscores/qt/WebBrowserLoader.h"
 
 #include "shared/GameText.h"
+#include "support/GameFolders.h"
 #include "support/platform/Dialogs.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QFileInfo>
 #include <QLibrary>
 
@@ -29,7 +31,7 @@ void AllowEngineForRoot() {
 } // namespace
 
 QString WebBrowserLoader::DefaultPluginFile() {
-    return QCoreApplication::applicationDirPath() + "/plugins/libtolva2_webbrowser.so";
+    return QFile::decodeName(PluginFolder().c_str()) + "/libtolva2_webbrowser.so";
 }
 
 ShowWebBrowserFunction WebBrowserLoader::Load(const QString& pluginFile, std::string& why) {

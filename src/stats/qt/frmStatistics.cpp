@@ -173,7 +173,7 @@ void frmStatistics::ClearAll() {
     const auto answer =
         dialogs_.MessageBox("Are you sure ?", "Clear all statistics?", MessageIcon::Exclamation, MessageButtons::OkCancel);
     if (answer != MessageResult::Ok) return;
-    if (FileExists(statPath_)) std::remove(NativePath(statPath_).c_str());
+    if (FileExists(statPath_)) std::remove(WritablePath(statPath_).c_str());
     close();
 }
 
