@@ -330,6 +330,8 @@ void SetLayeredAppPath(const std::string& playerFolder, const std::string& dataF
 
 bool AppPathIsLayered() { return !StoredDataPath().empty(); }
 
+std::string AppDataPath() { return StoredDataPath(); }
+
 std::string ExecutableFolderPath() { return ExecutableFolder(); }
 
 std::string NativePath(const std::string& storedPath) {

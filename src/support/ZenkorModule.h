@@ -74,6 +74,9 @@ std::string AppPath();
 void SetAppPath(const std::string& folder);
 void SetLayeredAppPath(const std::string& playerFolder, const std::string& dataFolder);
 bool AppPathIsLayered();
+// The installed data folder under a layered game folder, as a stored path; empty when
+// the game folder is portable.
+std::string AppDataPath();
 // Reads "--game-dir DIR" from the command line if present, else decides between the
 // installed and the portable game from where the executable is (support/GameFolders.h).
 void InitAppPath(int argc, char** argv);

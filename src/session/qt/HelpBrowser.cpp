@@ -8,7 +8,8 @@
 
 namespace tolva {
 
-HelpBrowser::HelpBrowser(const QString& gameFolder, QWidget* parent) : QTextBrowser(parent), reader_(gameFolder) {}
+HelpBrowser::HelpBrowser(const QStringList& gameFolders, QWidget* parent)
+    : QTextBrowser(parent), reader_(gameFolders) {}
 
 void HelpBrowser::doSetSource(const QUrl& name, QTextDocument::ResourceType type) {
     // A link within the page only moves in it; the page keeps its pictures.

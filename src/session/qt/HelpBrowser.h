@@ -19,7 +19,7 @@ public:
     static constexpr qint64 MaxPicturesBytes = 64 * 1024 * 1024;
 
     // `gameFolder`: a native path, the only place files are read from.
-    HelpBrowser(const QString& gameFolder, QWidget* parent);
+    HelpBrowser(const QStringList& gameFolders, QWidget* parent);
 
     // False once the page last asked for could not be read or was past the bounds; the
     // browser then shows nothing.

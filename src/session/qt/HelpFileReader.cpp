@@ -21,11 +21,17 @@ struct Descriptor {
 
 } // namespace
 
-HelpFileReader::HelpFileReader(const QString& gameFolder)
-    : folder_(QFileInfo(gameFolder).canonicalFilePath()) {}
+HelpFileReader::HelpFileReader(const QStringList& gameFolders) {
+    for (const QString& folder : gameFolders) {
+        const QString canonical = QFileInfo(folder).canonicalFilePath();
+        if (!canonical.isEmpty()) folders_.append(canonical);
+    }
+}
 
 bool HelpFileReader::Inside(const QString& canonicalPath) const {
-    return !folder_.isEmpty() && canonicalPath.startsWith(folder_ + QLatin1Char('/'));
+    for (const QString& folder : folders_)
+        if (canonicalPath.startsWith(folder + QLatin1Char('/'))) return true;
+    return false;
 }
 
 std::optional<QByteArray> HelpFileReader::Read(const QString& path, qint64 maxBytes) const {

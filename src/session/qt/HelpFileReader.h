@@ -1,11 +1,12 @@
 #pragma once
 // Reads the files the help page asks for, and only those a help page may have: regular
-// files inside the game folder (the page's own folder and the pictures it shows from
+// files inside the game's folders (the page's own folder and the pictures it shows from
 // the game's data and level folders), of bounded size. A name that leads outside the
 // folder, to a device, a pipe, a socket or a folder, or to a file larger than asked for
 // gives nothing, and no read ever waits on anything but a regular file.
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -13,8 +14,9 @@ namespace tolva {
 
 class HelpFileReader final {
 public:
-    // `gameFolder`: a native path.
-    explicit HelpFileReader(const QString& gameFolder);
+    // `gameFolders`: native paths; an installed game has two, the player's folder and the
+    // installed data folder.
+    explicit HelpFileReader(const QStringList& gameFolders);
 
     // The bytes of `path` (a native path), or nothing.
     std::optional<QByteArray> Read(const QString& path, qint64 maxBytes) const;
@@ -22,7 +24,7 @@ public:
 private:
     bool Inside(const QString& canonicalPath) const;
 
-    QString folder_;  // canonical, without a trailing separator; empty if it has none
+    QStringList folders_;  // canonical, without a trailing separator; those that exist
 };
 
 } // namespace tolva

@@ -32,6 +32,14 @@ QPointer<HelpWindow>& OpenWindow() {
     return window;
 }
 
+// The folders the page and its pictures may come from: the game folder and, installed,
+// the data folder under it.
+QStringList GameFolders() {
+    QStringList folders{QFile::decodeName(NativePath(AppPath()).c_str())};
+    if (AppPathIsLayered()) folders.append(QFile::decodeName(NativePath(AppDataPath()).c_str()));
+    return folders;
+}
+
 void TellNotFound(Dialogs& dialogs) {
     dialogs.MessageBox("HELP FILE WAS NOT FOUND!", std::string(GameTitle), MessageIcon::Stop, MessageButtons::Ok);
 }
@@ -47,7 +55,7 @@ void BringToFront(QWidget& window) {
 
 HelpWindow::HelpWindow(QWidget* owner, const QString& pagePath)
     : QWidget(owner, Qt::Window),
-      browser_(new HelpBrowser(QFile::decodeName(NativePath(AppPath()).c_str()), this)) {
+      browser_(new HelpBrowser(GameFolders(), this)) {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QString::fromLatin1(GameTitle.data(), static_cast<int>(GameTitle.size())) +
                    QStringLiteral(" - Help"));
