@@ -6,7 +6,7 @@
 set -euo pipefail
 build=${1:-build}
 server="$build/game/tolva2-hiscored"
-driver="$build/tools/hiscored/tolva2-hiscored-load"
+driver="$build/server/tolva2-hiscored-load"
 for f in "$server" "$driver"; do
   [ -x "$f" ] || { echo "hiscored-load: $f is not built (cmake --build $build --target tolva2-hiscored tolva2-hiscored-load)"; exit 2; }
 done
