@@ -217,6 +217,8 @@ int HttpServer::Answer(MHD_Connection* connection, Request* request, const Reply
     if (!response) return 0;
     MHD_add_response_header(response, MHD_HTTP_HEADER_CONTENT_TYPE, "text/html; charset=utf-8");
     if (reply.Status == 405) MHD_add_response_header(response, MHD_HTTP_HEADER_ALLOW, "GET, POST");
+    // A refused client gets no second request on the same connection.
+    if (reply.Status >= 400) MHD_add_response_header(response, MHD_HTTP_HEADER_CONNECTION, "close");
     const MHD_Result queued = MHD_queue_response(connection, static_cast<unsigned>(reply.Status), response);
     MHD_destroy_response(response);
     return queued == MHD_YES ? 1 : 0;

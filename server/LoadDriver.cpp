@@ -112,7 +112,11 @@ int Load(const std::vector<int>& ports, int count, int clients, const std::strin
                 } else {
                     ++failed;
                     ++portFailures[p];
-                    if (!reply) portDown[p] = true;
+                    if (!reply) {
+                        // Down, or restarting: the next try comes a little later.
+                        portDown[p] = true;
+                        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+                    }
                 }
             }
         });
