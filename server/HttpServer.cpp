@@ -16,7 +16,7 @@ namespace {
 
 constexpr unsigned WorkerThreads = 4;
 // A connection's memory holds its request head and read buffer: a head larger than
-// about half of it is answered 431 by the library. The game's requests have heads of
+// about all of it is answered 431 by the library (a body streams through it in parts). The game's requests have heads of
 // a few hundred bytes; browsers' stay within a few kilobytes.
 constexpr std::size_t ConnectionMemory = 32 * 1024;
 constexpr auto SweepPeriod = std::chrono::milliseconds(100);

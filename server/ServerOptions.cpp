@@ -140,9 +140,9 @@ request of the same address shows the best 100 entries of all submissions.
 Point the game at the server with the HiscoreUrl key of tolva2.ini, section [main]:
   HiscoreUrl=http://HOST:PORT/tolva2/updatehiscore.asp
 
-Bodies over 64 KiB are refused (413), request heads over 16 KiB too (431). Every
-refusal is written to the standard error, one line each. The server runs until SIGINT
-or SIGTERM. Exit status: 0 after a clean stop, 1 if the database or the address
+Bodies over 64 KiB are refused (413), request heads over about 32 KiB too (431).
+Every refusal is written to the standard error, one line each. The server runs until
+SIGINT or SIGTERM. Exit status: 0 after a clean stop, 1 if the database or the address
 cannot be used, 2 for bad arguments.
 )";
 }
