@@ -8,3 +8,6 @@ build/bench/tolva2_bench --benchmark_repetitions=5 --benchmark_report_aggregates
 # The repaint of the board through the real widget, under the offscreen platform.
 QT_QPA_PLATFORM=offscreen build/bench/qt/tolva2_qt_bench --benchmark_repetitions=5 \
   --benchmark_report_aggregates_only=true --benchmark_filter="${1:-.}" | grep -E 'median|^Benchmark|^-'
+# The hiscore server's page and submission at 10k, 100k and 1M stored entries; the
+# stores are filled once (a minute or two), PostgreSQL only where a private one starts.
+build/bench/hiscored/tolva2_hiscored_bench --benchmark_filter="${1:-.}" | grep -E '^Benchmark|^-|^(Page|Submit)'

@@ -7,7 +7,7 @@ packages=(
   build-essential cmake ninja-build pkg-config clang libclang-rt-14-dev
   qt6-base-dev qt6-base-dev-tools libxcb1-dev qt6-multimedia-dev qt6-webengine-dev libopenmpt-dev
   libgtest-dev libgmock-dev libbenchmark-dev
-  libsqlite3-dev libcpp-httplib-dev
+  libsqlite3-dev libcpp-httplib-dev libmicrohttpd-dev libpq-dev postgresql
   xvfb xauth xdotool x11-apps fonts-dejavu-core fonts-liberation
   cups printer-driver-cups-pdf poppler-utils
   pulseaudio pulseaudio-utils gstreamer1.0-plugins-base gstreamer1.0-plugins-good

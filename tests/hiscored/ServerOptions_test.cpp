@@ -25,6 +25,21 @@ TEST(ServerOptions, ReadsTheAddressAndTheDatabaseWithDefaults) {
     EXPECT_EQ(v6->Host, "::1");
     EXPECT_EQ(v6->Port, 65535);
     EXPECT_TRUE(v6->Help);
+
+    EXPECT_EQ(defaults->RequestTimeoutSeconds, 5);
+    EXPECT_EQ(defaults->MaxSubmissionsPerMinute, 10);
+    EXPECT_TRUE(defaults->TrustedProxy.empty());
+    const auto hardened = ParseServerOptions({"--db", "postgres://club@db.example/hiscores", "--request-timeout", "2",
+                                              "--max-connections=100", "--max-connections-per-ip", "4",
+                                              "--max-submissions-per-minute", "0", "--trusted-proxy", "2001:DB8::1"},
+                                             error);
+    ASSERT_TRUE(hardened) << error;
+    EXPECT_EQ(hardened->Database, "postgres://club@db.example/hiscores");
+    EXPECT_EQ(hardened->RequestTimeoutSeconds, 2);
+    EXPECT_EQ(hardened->MaxConnections, 100);
+    EXPECT_EQ(hardened->MaxConnectionsPerAddress, 4);
+    EXPECT_EQ(hardened->MaxSubmissionsPerMinute, 0);
+    EXPECT_EQ(hardened->TrustedProxy, "2001:db8::1");
 }
 
 TEST(ServerOptions, RefusesBadArgumentsWithOneLine) {
@@ -32,7 +47,9 @@ TEST(ServerOptions, RefusesBadArgumentsWithOneLine) {
         {"--listen"},          {"--listen", "8080"},     {"--listen", "host:"},  {"--listen", ":80"},
         {"--listen", "h:65536"}, {"--listen", "h:-1"},    {"--listen", "h:80x"},  {"--listen", "::1:80"},
         {"--listen", "[]:80"}, {"--db"},                 {"--db="},              {"--port", "80"},
-        {"extra"},             {"--help=yes"},
+        {"extra"},             {"--help=yes"},           {"--request-timeout", "0"},
+        {"--request-timeout", "2s"}, {"--max-connections", "-1"}, {"--max-connections-per-ip", ""},
+        {"--max-submissions-per-minute", "1e3"}, {"--trusted-proxy", "proxy.example"}, {"--trusted-proxy"},
     };
     for (const auto& args : bad) {
         std::string error;

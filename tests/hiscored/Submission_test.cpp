@@ -16,9 +16,9 @@ namespace {
 
 Hiscores Sample() {
     Hiscores table;
-    table[0] = {"<i>", 31, 123456789};
+    table[0] = {"<I>", 31, 123456789};
     table[1] = {"\"'&", 12, 5000};
-    table[2] = {"\xC4\xD6\xDC", 9, 400.5};
+    table[2] = {"\xC4\xD6\xDC", 9, 400};
     return table;  // places 3..9 are free
 }
 

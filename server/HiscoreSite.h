@@ -5,6 +5,7 @@
 // in UTF-8; every text that came from a player is escaped on its way into it.
 #include "HiscoreStore.h"
 
+#include <chrono>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -22,19 +23,28 @@ inline constexpr int TableLength = 100;
 struct Reply {
     int Status = 200;
     std::string Html;
+    std::string Reason;  // for a refusal: its one line, for the log
 };
 
-// The present time in UTC as "YYYY-MM-DD HH:MM:SS".
-std::string UtcNow();
+// How many submissions one address may have stored in a minute unless told otherwise.
+inline constexpr int DefaultMaxPerMinute = 10;
+
+// A time in UTC as "YYYY-MM-DD HH:MM:SS".
+std::string UtcText(std::chrono::system_clock::time_point time);
 
 class HiscoreSite {
 public:
-    explicit HiscoreSite(HiscoreStore& store, std::function<std::string()> clock = UtcNow)
-        : store_(store), clock_(std::move(clock)) {}
+    using Clock = std::function<std::chrono::system_clock::time_point()>;
+
+    // `maxPerMinute`: stored submissions an address may make in a minute, 0 for any.
+    explicit HiscoreSite(HiscoreStore& store, int maxPerMinute = DefaultMaxPerMinute,
+                         Clock clock = std::chrono::system_clock::now)
+        : store_(store), maxPerMinute_(maxPerMinute), clock_(std::move(clock)) {}
 
     // A POST of the game's form. 200 with what was stored; 400 for a form or table that
     // does not check out, 413 for a body over the limit, 415 for another encoding than
-    // the form's; 500 if the store failed. Nothing is stored unless the answer is 200.
+    // the form's, 429 for an address over its submissions of the minute; 500 if the
+    // store failed. Nothing is stored unless the answer is 200.
     Reply Submit(std::string_view contentType, std::string_view body, const std::string& sender);
 
     // The best entries of all submissions.
@@ -46,7 +56,8 @@ public:
 
 private:
     HiscoreStore& store_;
-    std::function<std::string()> clock_;
+    int maxPerMinute_;
+    Clock clock_;
 };
 
 } // namespace tolva::hiscored

@@ -1,6 +1,7 @@
 #include "Submission.h"
 
 #include "CodePage.h"
+#include "TableRules.h"
 
 #include "support/ZenkorModule.h"
 
@@ -38,6 +39,10 @@ SubmissionRead ReadSubmission(const FormFields& form) {
     const HiscoreStringParse parse = ParseAsSent(*data);
     if (!parse.Ok()) {
         read.Problem = Describe(parse.Problem);
+        return read;
+    }
+    if (const std::optional<std::string> problem = CheckGameTable(parse.Entries)) {
+        read.Problem = *problem;
         return read;
     }
     for (int i = 0; i < Hiscores::Places; ++i) {

@@ -34,17 +34,17 @@ std::string Row(const std::string& place, const std::string& name, std::int16_t 
 
 } // namespace
 
-std::string UtcNow() {
-    const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+std::string UtcText(std::chrono::system_clock::time_point time) {
+    const std::time_t seconds = std::chrono::system_clock::to_time_t(time);
     std::tm utc{};
-    gmtime_r(&now, &utc);
+    gmtime_r(&seconds, &utc);
     char text[32];
     std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &utc);
     return text;
 }
 
 Reply HiscoreSite::Refusal(int status, std::string_view why) {
-    return {status, Page("Hiscores refused", "<p>Refused: " + EscapeHtml(why) + ".</p>\n")};
+    return {status, Page("Hiscores refused", "<p>Refused: " + EscapeHtml(why) + ".</p>\n"), std::string(why)};
 }
 
 Reply HiscoreSite::Submit(std::string_view contentType, std::string_view body, const std::string& sender) {
@@ -60,9 +60,21 @@ Reply HiscoreSite::Submit(std::string_view contentType, std::string_view body, c
 
     const Submission& submission = read.Value;
     if (submission.Places.empty())
-        return {200, Page("Hiscores received", "<p>The table holds no scores, so there was nothing to store.</p>\n")};
-    if (!store_.Add(submission, clock_(), sender))
+        return {200, Page("Hiscores received", "<p>The table holds no scores, so there was nothing to store.</p>\n"), ""};
+    const auto now = clock_();
+    Arrival arrival;
+    arrival.Received = UtcText(now);
+    arrival.Minute = std::chrono::duration_cast<std::chrono::minutes>(now.time_since_epoch()).count();
+    arrival.Sender = sender;
+    arrival.MaxPerMinute = maxPerMinute_;
+    switch (store_.Add(submission, arrival)) {
+    case AddResult::Stored: break;
+    case AddResult::TooMany:
+        return Refusal(429, "this address has sent " + std::to_string(maxPerMinute_) +
+                                " tables in this minute already; please try again in a minute");
+    case AddResult::Failed:
         return Refusal(500, "the hiscore database could not store the table; please try again later");
+    }
 
     std::string body_html = "<p>Stored " + std::to_string(submission.Places.size()) +
                             (submission.Places.size() == 1 ? " entry" : " entries") + " of your table" +
@@ -72,7 +84,7 @@ Reply HiscoreSite::Submit(std::string_view contentType, std::string_view body, c
         body_html += Row(std::to_string(place.Index + 1), place.Entry.Name, place.Entry.Level, place.Entry.Score, "");
     body_html += "</table>\n<p><a href=\"" + std::string(HiscorePath) + "\">The best " +
                  std::to_string(TableLength) + "</a></p>\n";
-    return {200, Page("Hiscores received", body_html)};
+    return {200, Page("Hiscores received", body_html), ""};
 }
 
 Reply HiscoreSite::Table() {
@@ -84,7 +96,7 @@ Reply HiscoreSite::Table() {
         body += Row(std::to_string(++place), entry.Name, entry.Level, entry.Score, entry.Received.substr(0, 10));
     body += "</table>\n";
     if (best->empty()) body += "<p>No hiscores have been submitted yet.</p>\n";
-    return {200, Page("TOLVA II Internet hiscores", body)};
+    return {200, Page("TOLVA II Internet hiscores", body), ""};
 }
 
 } // namespace tolva::hiscored

@@ -3,7 +3,8 @@
 // Internet form that the game's MakeHiscoreString builds with the default set's key
 // (only that set's table is ever sent), and optionally `stat`, the player's statistics
 // file as it stands. Reading it checks the table with the game's own ParseHiscoreString,
-// so that the server and the game can never disagree on what a valid table is.
+// so that the server and the game can never disagree on what a valid table is, and
+// then with CheckGameTable, so that only a table the game can make is kept.
 #include "FormFields.h"
 
 #include "hiscores/Hiscores.h"
@@ -30,7 +31,7 @@ struct SubmissionRead {
     Submission Value;
 };
 
-// Checks the form and the table in it. A free place (no score above 0) is left out;
+// Checks the form and the table in it. A free place is left out;
 // a table with no score at all is valid and has no places to store.
 SubmissionRead ReadSubmission(const FormFields& form);
 
