@@ -125,6 +125,8 @@ void GameSession::RestorePlay(const PlayState& state) {
     hint.SetVisible(false);
     board_->DrawBoard(-1, -1, false);
     UpdateScore(Score);
+    // The place the score had reached is no longer marked in the table.
+    services_.Hiscores.PrintHiScore(-1, 0, 0);
     UpdateSpells();
     ShowClicks();
     view_.SetLabel(SessionLabel::Bonus, NumberText(game_.BonusTimes));
@@ -445,7 +447,8 @@ void GameSession::NewScore(double point) {
     services_.Idle.RestartIdle();
     if (!ScoreFrozen || KeepScoreInCheat) Score += point;
     UpdateScore(Score);
-    const std::int16_t place = services_.Hiscores.CheckHiscorePlace(Score);
+    // A practice game takes no place, so none is marked for it.
+    const std::int16_t place = practice_ ? -1 : services_.Hiscores.CheckHiscorePlace(Score);
     if (place > 0) services_.Hiscores.PrintHiScore(place, Red, 0);
 }
 
