@@ -3,6 +3,7 @@
 #include "session/LevelCodes.h"
 #include "support/ZenkorModule.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -39,6 +40,8 @@ std::string JoinNumbers(const std::array<T, N>& values) {
 }
 
 std::string JoinGrid(const CellGrid& grid, int side) {
+    // The grids are 40 x 40 whatever side a damaged state names.
+    side = std::clamp(side, 0, MaxBricks);
     std::string text;
     for (int y = 0; y < side; ++y)
         for (int x = 0; x < side; ++x) text += (x || y ? "," : "") + std::to_string(grid(x, y));
