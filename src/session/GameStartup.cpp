@@ -1,6 +1,6 @@
 #include "session/GameStartup.h"
 
-#include "audio/SoundEffects.h"
+#include "support/platform/SoundEffects.h"
 #include "board/TolvaBoard.h"
 #include "session/GameLevelSets.h"
 #include "session/GameSession.h"

@@ -5,7 +5,7 @@
 // session one bundle of them; tests and tolva2-cli hand it their own.
 #include "audio/IdleAnimation.h"
 #include "hiscores/HiscoreService.h"
-#include "session/WindowOpener.h"
+#include "support/WindowOpener.h"
 #include "stats/StatLog.h"
 
 namespace tolva {

@@ -6,7 +6,7 @@
 #include "app/GameApp.h"
 #include "hiscores/Hiscores.h"
 #include "hiscores/qt/WebBrowserLoader.h"
-#include "session/WindowOpener.h"
+#include "support/WindowOpener.h"
 #include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
 #include "support/platform/HeadlessEventLoop.h"

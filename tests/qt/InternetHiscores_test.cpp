@@ -6,7 +6,7 @@
 #include "hiscores/Hiscores.h"
 #include "hiscores/qt/HiscoreWebWindows.h"
 #include "hiscores/qt/WebBrowserLoader.h"
-#include "session/WindowOpener.h"
+#include "support/WindowOpener.h"
 #include "settings/GameSettings.h"
 #include "support/TempFolder.h"
 #include "support/ZenkorModule.h"

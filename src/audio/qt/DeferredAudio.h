@@ -10,7 +10,7 @@
 //
 // Destroy both before the application object.
 #include "audio/MusicPlayer.h"
-#include "audio/SoundEffects.h"
+#include "support/platform/SoundEffects.h"
 #include "support/platform/Dialogs.h"
 
 #include <QString>

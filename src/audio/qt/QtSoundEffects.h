@@ -20,7 +20,7 @@
 // device it only pauses for that long.
 //
 // Destroy this object before the application object.
-#include "audio/SoundEffects.h"
+#include "support/platform/SoundEffects.h"
 #include "support/platform/Dialogs.h"
 
 #include <QByteArray>

@@ -4,7 +4,7 @@
 #include "hiscores/Hiscores.h"
 #include "hiscores/SubmissionPage.h"
 #include "hiscores/qt/WebBrowserLoader.h"
-#include "session/WindowOpener.h"
+#include "support/WindowOpener.h"
 #include "settings/GameSettings.h"
 #include "shared/GameText.h"
 #include "support/ZenkorModule.h"
