@@ -2,8 +2,8 @@
 #   cmake -DSOURCE_DIR=<src> -DRULES=<LayerRules.cmake> -P CheckLayers.cmake
 # RULES names the layers (TOLVA_LAYERS), what each may include (TOLVA_LAYER_REACH_<layer>)
 # and the files of a layer's folder that belong to the front end (TOLVA_FRONT_END_FILES).
-# Only includes in quotes are read: a core file reaches the game's headers by their path
-# from src/, "<subsystem>/File.h", or a file of its own folder by its bare name.
+# A core file reaches the game's headers by their path from src/, "<subsystem>/File.h", or a
+# file of its own folder by its bare name; an include in angle brackets is read the same way.
 cmake_minimum_required(VERSION 3.25)
 include("${RULES}")
 
@@ -33,7 +33,7 @@ foreach(layer IN LISTS TOLVA_LAYERS)
     set(_number 0)
     foreach(line IN LISTS _all_lines)
       math(EXPR _number "${_number} + 1")
-      if(NOT line MATCHES "^[ \t]*#[ \t]*include[ \t]*\"([^\"]+)\"")
+      if(NOT line MATCHES "^[ \t]*#[ \t]*include[ \t]*[<\"]([^>\"]+)[>\"]")
         continue()
       endif()
       set(_included "${CMAKE_MATCH_1}")
@@ -46,6 +46,8 @@ foreach(layer IN LISTS TOLVA_LAYERS)
         set(_target "${CMAKE_MATCH_1}")
         if(_target IN_LIST TOLVA_LAYERS AND NOT _target IN_LIST _allowed)
           set(_why "is in layer ${_target}, which ${layer} may not use (it may use: ${_allowed_text})")
+        elseif(NOT _target IN_LIST TOLVA_LAYERS AND IS_DIRECTORY "${SOURCE_DIR}/${_target}")
+          set(_why "is in ${_target}/, which is no layer of the core")
         endif()
       endif()
       if(_why)
