@@ -9,10 +9,10 @@
 // Every subsystem's window is registered here with one line; the main window only names
 // the window it wants (GameWindow) and never knows how it is made.
 #include "session/GameStartup.h"
-#include "session/WindowOpener.h"
 #include "settings/GameSettings.h"
 #include "shared/LevelModule.h"
 #include "stats/StatLog.h"
+#include "support/WindowOpener.h"
 
 #include <QObject>
 #include <QPointer>

@@ -10,9 +10,9 @@
 // hiscores) have no headless form: their entries do nothing here. The credits of the first
 // start and the falling desktop are the screen's, so the start-up skips them.
 #include "session/GameStartup.h"
-#include "session/WindowOpener.h"
 #include "settings/GameSettings.h"
 #include "stats/StatLog.h"
+#include "support/WindowOpener.h"
 
 #include <cstdint>
 #include <memory>

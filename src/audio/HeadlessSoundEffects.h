@@ -3,8 +3,8 @@
 // to, so a wave is only counted; a beep of the PC speaker takes its length on the game's
 // clock, as the blocking beep takes it on screen, so that a game plays with the same
 // timing.
-#include "audio/SoundEffects.h"
 #include "support/platform/EventLoop.h"
+#include "support/platform/SoundEffects.h"
 
 namespace tolva {
 

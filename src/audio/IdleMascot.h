@@ -13,11 +13,11 @@
 // The strip, the sound and the timer come from the platform, so that all of this runs
 // on the virtual clock in a test exactly as on screen.
 #include "audio/IdleAnimation.h"
-#include "audio/SoundEffects.h"
 #include "settings/GameSettings.h"
 #include "support/platform/EventLoop.h"
 #include "support/platform/PictureStrip.h"
 #include "support/platform/Random.h"
+#include "support/platform/SoundEffects.h"
 
 #include <functional>
 #include <memory>

@@ -1,6 +1,5 @@
 #include "session/GameStartup.h"
 
-#include "audio/SoundEffects.h"
 #include "board/TolvaBoard.h"
 #include "session/GameLevelSets.h"
 #include "session/GameSession.h"
@@ -11,6 +10,7 @@
 #include "support/ZenkorModule.h"
 #include "support/platform/Dialogs.h"
 #include "support/platform/Random.h"
+#include "support/platform/SoundEffects.h"
 
 namespace tolva {
 namespace {

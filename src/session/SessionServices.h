@@ -5,8 +5,8 @@
 // session one bundle of them; tests and tolva2-cli hand it their own.
 #include "audio/IdleAnimation.h"
 #include "hiscores/HiscoreService.h"
-#include "session/WindowOpener.h"
 #include "stats/StatLog.h"
+#include "support/WindowOpener.h"
 
 namespace tolva {
 

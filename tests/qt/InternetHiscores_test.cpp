@@ -6,9 +6,9 @@
 #include "hiscores/Hiscores.h"
 #include "hiscores/qt/HiscoreWebWindows.h"
 #include "hiscores/qt/WebBrowserLoader.h"
-#include "session/WindowOpener.h"
 #include "settings/GameSettings.h"
 #include "support/TempFolder.h"
+#include "support/WindowOpener.h"
 #include "support/ZenkorModule.h"
 #include "testsupport/ScriptedDialogs.h"
 

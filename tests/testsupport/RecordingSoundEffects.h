@@ -1,7 +1,7 @@
 #pragma once
 // Sound effects for tests: nothing is played; each wave and each beep is written down,
 // so that a test can see which wave files a move asked for, and in which order.
-#include "audio/SoundEffects.h"
+#include "support/platform/SoundEffects.h"
 
 #include <string>
 #include <vector>

@@ -7,8 +7,8 @@
 // These are the plug-in's two entry points; the objects they make are owned by the
 // caller and must be destroyed before the application object.
 #include "audio/MusicPlayer.h"
-#include "audio/SoundEffects.h"
 #include "support/platform/Dialogs.h"
+#include "support/platform/SoundEffects.h"
 
 extern "C" {
 using TolvaMakeSoundEffects = tolva::SoundEffects* (*)(tolva::Dialogs* dialogs);

@@ -10,8 +10,8 @@
 //
 // Destroy both before the application object.
 #include "audio/MusicPlayer.h"
-#include "audio/SoundEffects.h"
 #include "support/platform/Dialogs.h"
+#include "support/platform/SoundEffects.h"
 
 #include <QString>
 #include <QStringList>

@@ -20,8 +20,8 @@
 // device it only pauses for that long.
 //
 // Destroy this object before the application object.
-#include "audio/SoundEffects.h"
 #include "support/platform/Dialogs.h"
+#include "support/platform/SoundEffects.h"
 
 #include <QByteArray>
 #include <QElapsedTimer>

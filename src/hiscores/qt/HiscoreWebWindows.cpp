@@ -4,9 +4,9 @@
 #include "hiscores/Hiscores.h"
 #include "hiscores/SubmissionPage.h"
 #include "hiscores/qt/WebBrowserLoader.h"
-#include "session/WindowOpener.h"
 #include "settings/GameSettings.h"
 #include "shared/GameText.h"
+#include "support/WindowOpener.h"
 #include "support/ZenkorModule.h"
 #include "support/platform/Dialogs.h"
 

@@ -14,9 +14,9 @@
 // Its code is split by concern: frmMain.cpp (the controls and what the session shows),
 // frmMainMenus.cpp (the pop-up menus, the keys and the mouse on the window).
 #include "session/SessionView.h"
-#include "session/WindowOpener.h"
 #include "session/qt/PanelPicture.h"
 #include "shared/LevelModule.h"
+#include "support/WindowOpener.h"
 
 #include <QLabel>
 #include <QMenu>

@@ -9,7 +9,7 @@
 #include "support/platform/EventLoop.h"
 #include "support/platform/PictureStore.h"
 #include "support/platform/Random.h"
-#include "audio/SoundEffects.h"
+#include "support/platform/SoundEffects.h"
 
 namespace tolva {
 

@@ -8,8 +8,9 @@
 // with `wait` true it returns when the sound has ended. SpeakerBeep sounds a tone of that
 // pitch and blocks for its length, as the classic beep did.
 //
-// The game on screen plays through Qt Multimedia (audio/qt/); a game without a screen
-// (tolva2-cli) uses HeadlessSoundEffects; tests record the calls.
+// The interface sits in the platform seam, below the board and the session that call it;
+// audio/ implements it. The game on screen plays through Qt Multimedia (audio/qt/); a game
+// without a screen (tolva2-cli) uses HeadlessSoundEffects; tests record the calls.
 #include <cstdint>
 #include <string>
 

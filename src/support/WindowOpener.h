@@ -3,6 +3,7 @@
 // window ask for a window by name; each window's own room registers how it opens, in the
 // composition root, so that adding a window touches its own folder and that one line, and
 // no switch anywhere. A window nobody registered (a game without a screen) opens nothing.
+// It sits in support/, below the session that asks and the windows that register.
 #include <functional>
 #include <map>
 

@@ -1,0 +1,63 @@
+# Fails when an include of the core points up its layers or into the Qt front end.
+#   cmake -DSOURCE_DIR=<src> -DRULES=<LayerRules.cmake> -P CheckLayers.cmake
+# RULES names the layers (TOLVA_LAYERS), what each may include (TOLVA_LAYER_REACH_<layer>)
+# and the files of a layer's folder that belong to the front end (TOLVA_FRONT_END_FILES).
+# A core file reaches the game's headers by their path from src/, "<subsystem>/File.h", or a
+# file of its own folder by its bare name; an include in angle brackets is read the same way.
+cmake_minimum_required(VERSION 3.25)
+include("${RULES}")
+
+set(_front_end_folders controls)
+set(_faults "")
+foreach(layer IN LISTS TOLVA_LAYERS)
+  if(NOT IS_DIRECTORY "${SOURCE_DIR}/${layer}")
+    continue()
+  endif()
+  set(_allowed ${layer} ${TOLVA_LAYER_REACH_${layer}})
+  list(JOIN _allowed ", " _allowed_text)
+  file(GLOB_RECURSE _files RELATIVE "${SOURCE_DIR}" "${SOURCE_DIR}/${layer}/*.h"
+       "${SOURCE_DIR}/${layer}/*.cpp" "${SOURCE_DIR}/${layer}/*.in")
+  foreach(_file IN LISTS _files)
+    # The qt/ folders are the front end above their core.
+    if(_file MATCHES "/qt/" OR _file IN_LIST TOLVA_FRONT_END_FILES)
+      continue()
+    endif()
+    # One list element a line: the characters a CMake list treats specially are set aside
+    # first, so that a semicolon or bracket in the code neither splits nor joins lines.
+    file(READ "${SOURCE_DIR}/${_file}" _text)
+    string(REPLACE "\\" "/" _text "${_text}")
+    string(REPLACE ";" "," _text "${_text}")
+    string(REPLACE "[" "(" _text "${_text}")
+    string(REPLACE "]" ")" _text "${_text}")
+    string(REPLACE "\n" ";" _all_lines "${_text}")
+    set(_number 0)
+    foreach(line IN LISTS _all_lines)
+      math(EXPR _number "${_number} + 1")
+      if(NOT line MATCHES "^[ \t]*#[ \t]*include[ \t]*[<\"]([^>\"]+)[>\"]")
+        continue()
+      endif()
+      set(_included "${CMAKE_MATCH_1}")
+      set(_why "")
+      if(_included MATCHES "^\\.\\./" OR _included MATCHES "/\\.\\./")
+        set(_why "reaches out of its folder with ..; name the header by its path from src/")
+      elseif(_included MATCHES "(^|/)qt/" OR _included MATCHES "^controls/")
+        set(_why "is a Qt front-end header, and ${layer} is core")
+      elseif(_included MATCHES "^([A-Za-z0-9_]+)/")
+        set(_target "${CMAKE_MATCH_1}")
+        if(_target IN_LIST TOLVA_LAYERS AND NOT _target IN_LIST _allowed)
+          set(_why "is in layer ${_target}, which ${layer} may not use (it may use: ${_allowed_text})")
+        elseif(NOT _target IN_LIST TOLVA_LAYERS AND IS_DIRECTORY "${SOURCE_DIR}/${_target}")
+          set(_why "is in ${_target}/, which is no layer of the core")
+        endif()
+      endif()
+      if(_why)
+        list(APPEND _faults "  ${_file}:${_number} includes \"${_included}\": ${_why}")
+      endif()
+    endforeach()
+  endforeach()
+endforeach()
+
+if(_faults)
+  list(JOIN _faults "\n" _report)
+  message(FATAL_ERROR "An include points up the layers (see the top of src/CMakeLists.txt):\n${_report}\n")
+endif()
