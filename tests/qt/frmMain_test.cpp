@@ -443,9 +443,9 @@ TEST(frmMain, CtrlZAndBackspaceTakeMovesBackAndTheGameMenuFollows) {
     auto [folder, game, dialogs, app] = t.Parts();
     frmMain& window = app.Window();
     ASSERT_TRUE(app.Start(1));
+    EXPECT_TRUE(dialogs.ShownBoxes().empty());
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-    app.Session().NewGameMnu_Click();
     auto entry = [&](const QString& caption) -> QAction* {
         for (QAction* a : window.GameMenu().actions())
             if (a->text() == caption) return a;
@@ -453,9 +453,19 @@ TEST(frmMain, CtrlZAndBackspaceTakeMovesBackAndTheGameMenuFollows) {
     };
     QAction* undo = entry("Undo");
     QAction* resume = entry("Resume saved game");
+    QAction* endGame = entry("End game");
+    QAction* levelCode = entry("Enter level-code...");
     ASSERT_NE(undo, nullptr);
     ASSERT_NE(resume, nullptr);
+    ASSERT_NE(endGame, nullptr);
+    ASSERT_NE(levelCode, nullptr);
+    // Without a game there is nothing to end; a level code needs the default set only.
     window.Game_Click();
+    EXPECT_FALSE(endGame->isEnabled());
+    EXPECT_TRUE(levelCode->isEnabled());
+    app.Session().NewGameMnu_Click();
+    window.Game_Click();
+    EXPECT_TRUE(endGame->isEnabled());
     EXPECT_FALSE(undo->isEnabled());
     EXPECT_FALSE(resume->isVisible());   // no saved game waits
 
@@ -473,6 +483,10 @@ TEST(frmMain, CtrlZAndBackspaceTakeMovesBackAndTheGameMenuFollows) {
     EXPECT_EQ(LabelText(window, "PRACTICE"), "PRACTICE");
     window.Game_Click();
     EXPECT_FALSE(undo->isEnabled());
+    dialogs.QueueMessageAnswer(MessageResult::Ok);
+    app.Session().mnuEndGame_Click();
+    window.Game_Click();
+    EXPECT_FALSE(endGame->isEnabled());
 }
 
 TEST(frmMain, TheLevelSetMenuIsSortedAndTellsTheSetInUseByItsOwnCheckMark) {
@@ -497,6 +511,14 @@ TEST(frmMain, TheLevelSetMenuIsSortedAndTellsTheSetInUseByItsOwnCheckMark) {
     ASSERT_EQ(entries.size(), 5);
     EXPECT_TRUE(entries[2]->isChecked());
     EXPECT_TRUE(entries[3]->isChecked());
+
+    // The set in use chosen again without a game is neither saved nor loaded again, and
+    // a list read afresh keeps its check marks.
+    app.LevelSets().RefreshLevelSets();
+    EXPECT_FALSE(app.LevelSets().LevelList_Click(3));
+    EXPECT_EQ(app.LevelSets().LevelSetPath, "levels\\mini\\");
+    EXPECT_TRUE(window.LevelSetMenu().actions()[3]->isChecked());
+    EXPECT_FALSE(window.LevelSetMenu().actions()[4]->isChecked());
 
     // Either twin is the set in use: no question, the game goes on.
     app.Session().NewGameMnu_Click();

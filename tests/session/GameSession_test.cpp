@@ -1,5 +1,7 @@
 #include "session/SessionFixture.h"
 
+#include "session/GameLevelSets.h"
+#include "session/GameStartup.h"
 #include "session/LevelCodes.h"
 
 #include <gtest/gtest.h>
@@ -272,5 +274,38 @@ TEST(GameSession, ALevelClearedInExactlyItsTargetSoundsTheGoodSignal) {
         const auto beeps = f.BeepCalls();
         ASSERT_FALSE(beeps.empty()) << target;
         EXPECT_EQ(beeps.front(), signalStart) << target;
+    }
+}
+
+namespace {
+
+// A host whose screen has the given height; the rest of start-up is never reached here.
+class ScreenOfHeight final : public StartupHost {
+public:
+    explicit ScreenOfHeight(int height) : height_(height) {}
+    int ScreenHeight() const override { return height_; }
+    void LoadGfx() override {}
+    void ShowAboutFirstTime() override {}
+    void ShowMainWindow() override {}
+
+private:
+    int height_;
+};
+
+} // namespace
+
+TEST(GameSession, StartUpTakesAScreenOfSixHundredPixelsAndStopsBelowIt) {
+    const std::string tooLow = "TOLVA II REQUIRES A SCREEN RESOLUTION OF 800*600 AND 16BIT COLORS MINIMUM !";
+    for (int height : {599, 600}) {
+        SessionFixture f;
+        GameLevelSets sets(*f.Game, f.Session, f.Board, f.View, f.Host.Dialog, f.Host.Loop);
+        ScreenOfHeight screen(height);
+        GameStartup startup(StartupParts{*f.Game, f.Settings, f.Session, f.Board, sets, f.View, f.Host.Dialog,
+                                         f.Host.Rng, f.Host.Sound, screen, {}, {}, {}});
+        // The fixture's folder has no default set: a screen high enough gets as far as
+        // looking for it.
+        EXPECT_FALSE(startup.Form_Load("", 1));
+        ASSERT_EQ(f.Host.Dialog.ShownBoxes().size(), 1u) << height;
+        EXPECT_EQ(f.Host.Dialog.ShownBoxes()[0].Text == tooLow, height == 599) << height;
     }
 }
