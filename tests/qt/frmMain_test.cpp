@@ -119,6 +119,25 @@ void ClickCell(GameApp& app, int x, int y, Qt::MouseButton button = Qt::LeftButt
     QTest::mouseClick(&view, button, {}, at);
 }
 
+// The Options button: the button right under the one that opens the Game menu.
+Ebutton* OptionsButton(frmMain& window) {
+    const auto buttons = window.findChildren<Ebutton*>(QString(), Qt::FindDirectChildrenOnly);
+    Ebutton* game = nullptr;
+    for (Ebutton* b : buttons) {
+        emit b->MouseUp(1, 0, 0, 0);
+        if (window.GameMenu().isVisible()) {
+            window.GameMenu().close();
+            game = b;
+            break;
+        }
+    }
+    Ebutton* below = nullptr;
+    for (Ebutton* b : buttons)
+        if (game != nullptr && b->x() == game->x() && b->y() > game->y() && (below == nullptr || b->y() < below->y()))
+            below = b;
+    return below;
+}
+
 QString LabelText(frmMain& window, const QString& text) {
     for (QLabel* label : window.findChildren<QLabel*>())
         if (label->text().startsWith(text)) return label->text();
@@ -344,6 +363,23 @@ TEST(frmMain, TheRightButtonOnTheBoardIsTheBoardsAndOnTheSurfaceOpensGame) {
     QTest::mouseClick(&window, Qt::RightButton, {}, QPoint(530, 300));
     EXPECT_TRUE(window.GameMenu().isVisible());
     window.GameMenu().close();
+
+    // The Options button's right button opens the cheat menu in cheat mode only.
+    Ebutton* options = OptionsButton(window);
+    ASSERT_NE(options, nullptr);
+    emit options->MouseUp(2, 0, 0, 0);
+    EXPECT_TRUE(window.CheatMenuHead().isVisible());
+    EXPECT_FALSE(window.OptionsMenu().isVisible());
+    window.CheatMenuHead().close();
+    emit options->MouseUp(1, 0, 0, 0);
+    EXPECT_TRUE(window.OptionsMenu().isVisible());
+    EXPECT_FALSE(window.CheatMenuHead().isVisible());
+    window.OptionsMenu().close();
+    app.Session().ChangeCheatMode();
+    emit options->MouseUp(2, 0, 0, 0);
+    EXPECT_TRUE(window.OptionsMenu().isVisible());
+    EXPECT_FALSE(window.CheatMenuHead().isVisible());
+    window.OptionsMenu().close();
 }
 
 TEST(frmMain, TheJumpListIsMadeWhenOpenedAndFollowsTheSet) {
@@ -501,6 +537,9 @@ TEST(frmMain, TheLevelSetMenuIsSortedAndTellsTheSetInUseByItsOwnCheckMark) {
         text.replace(text.find("levelset=Miniatures"), 19, "levelset=" + caption);
         folder.Dir.Write("levels/" + name + "/levels.set", text);
     }
+    // A folder without a set is no entry.
+    std::filesystem::create_directories(folder.Dir / "levels/beta");
+    folder.Dir.Write("levels/beta/readme.txt", "no levels here");
     frmMain& window = app.Window();
     ASSERT_TRUE(app.Start(1));
     ASSERT_EQ(app.LevelSets().LevelSetPath, "levels\\mini\\");
@@ -539,6 +578,8 @@ TEST(frmMain, TheLevelSetMenuIsSortedAndTellsTheSetInUseByItsOwnCheckMark) {
     EXPECT_EQ(dialogs.ShownBoxes()[0].Text, "This will end your current game, sure to load new level-sets ?");
     EXPECT_FALSE(app.Session().GameRunning);
     EXPECT_EQ(app.LevelSets().LevelSetPath, "levels\\zeta\\");
+    // The table of the set left behind was written to its own folder first.
+    EXPECT_TRUE(std::filesystem::exists(folder.Dir / "levels/mini/hiscore.hi"));
     EXPECT_FALSE(chosen.isNull());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(chosen.isNull());

@@ -309,3 +309,40 @@ TEST(GameSession, StartUpTakesAScreenOfSixHundredPixelsAndStopsBelowIt) {
         EXPECT_EQ(f.Host.Dialog.ShownBoxes()[0].Text == tooLow, height == 599) << height;
     }
 }
+
+TEST(GameSession, EndingTheGameAndCopyingTheLevelCodeAskFirstAndFollowTheSet) {
+    SessionFixture f;
+    f.SetLevel(1, {"11", "22"});
+    EXPECT_FALSE(f.Session.Game_Click().EndGame);
+    f.Session.NewGame(1);
+    const GameMenuState running = f.Session.Game_Click();
+    EXPECT_TRUE(running.EndGame);
+    EXPECT_TRUE(running.LevelCode);
+    // The level code goes to the clipboard only when the player says so.
+    f.Host.Dialog.QueueMessageAnswer(MessageResult::Cancel);
+    f.Session.lbLevelCode_Click();
+    EXPECT_EQ(f.View.Clipboard, "");
+    f.Host.Dialog.QueueMessageAnswer(MessageResult::Ok);
+    f.Session.lbLevelCode_Click();
+    EXPECT_EQ(f.View.Clipboard, LevelCodes::ClipboardText(1));
+    // Cancel keeps the game; OK ends it.
+    f.Host.Dialog.QueueMessageAnswer(MessageResult::Cancel);
+    f.Session.mnuEndGame_Click();
+    EXPECT_TRUE(f.Session.GameRunning);
+    f.Host.Dialog.QueueMessageAnswer(MessageResult::Ok);
+    f.Session.mnuEndGame_Click();
+    EXPECT_FALSE(f.Session.GameRunning);
+    EXPECT_FALSE(f.Session.Game_Click().EndGame);
+
+    // Another set has no level codes: no entry, no question, nothing copied.
+    SessionFixture other;
+    other.Session.IsDefaultSet = false;
+    other.SetLevel(1, {"11", "22"});
+    other.Session.NewGame(1);
+    EXPECT_FALSE(other.Session.Game_Click().LevelCode);
+    EXPECT_FALSE(other.Session.Game_Click().DefaultSetOnly);
+    const std::size_t asked = other.Host.Dialog.ShownBoxes().size();
+    other.Session.lbLevelCode_Click();
+    EXPECT_EQ(other.Host.Dialog.ShownBoxes().size(), asked);
+    EXPECT_EQ(other.View.Clipboard, "");
+}
