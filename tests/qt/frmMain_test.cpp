@@ -146,38 +146,16 @@ QString LabelText(frmMain& window, const QString& text) {
 
 } // namespace
 
-TEST(frmMain, StartUpStopsWithoutTheDefaultSetAndFallsBackFromABadOne) {
-    {
-        TestWindow t("", false);
-        auto [folder, game, dialogs, app] = t.Parts();
-        EXPECT_FALSE(app.Start(1));
-        ASSERT_EQ(dialogs.ShownBoxes().size(), 1u);
-        EXPECT_EQ(dialogs.ShownBoxes()[0].Text, "ERROR! Unable to locate default levels.\nPlease re-install TOLVA II.");
-        EXPECT_EQ(dialogs.ShownBoxes()[0].Icon, MessageIcon::Stop);
-    }
-    {
-        TestWindow t("[main]\r\nlevelset=levels\\gone\\\r\n");
-        auto [folder, game, dialogs, app] = t.Parts();
-        frmMain& window = app.Window();
-        EXPECT_TRUE(app.Start(1));
-        ASSERT_EQ(dialogs.ShownBoxes().size(), 1u);
-        EXPECT_EQ(dialogs.ShownBoxes()[0].Text, "TOLVA2.INI ERROR! UNABLE TO LOAD SELECTED LEVEL-SET.\nLOADING DEFAULT...");
-        EXPECT_EQ(app.LevelSets().LevelSetPath, "levels\\default\\");
-        EXPECT_TRUE(window.windowTitle().startsWith("TOLVA II  -  ["));
-        EXPECT_EQ(game->Levels[0].levelbricks, 10);
-    }
-    {
-        // An empty levelset= is the default set, without a word.
-        TestWindow t("[main]\r\nlevelset=\r\nupdatedelay=1\r\n");
-        auto [folder, game, dialogs, app] = t.Parts();
-        frmMain& window = app.Window();
-        EXPECT_TRUE(app.Start(1));
-        EXPECT_TRUE(dialogs.ShownBoxes().empty());
-        EXPECT_EQ(app.Board().UpdateDelay(), 2);
-        window.close();   // no game: no question, and the settings are written
-        EXPECT_EQ(ReadIni(folder.Dir / "tolva2.ini", "main", "updatedelay"), "2");
-        EXPECT_EQ(ReadIni(folder.Dir / "tolva2.ini", "main", "levelset"), "levels\\default\\");
-    }
+// A missing default set and a missing chosen set are rows of the damaged-folder matrix.
+TEST(frmMain, AnEmptyLevelSetIsTheDefaultAndClosingWritesTheMendedSettings) {
+    TestWindow t("[main]\r\nlevelset=\r\nupdatedelay=1\r\n");
+    auto [folder, game, dialogs, app] = t.Parts();
+    EXPECT_TRUE(app.Start(1));
+    EXPECT_TRUE(dialogs.ShownBoxes().empty());
+    EXPECT_EQ(app.Board().UpdateDelay(), 2);
+    app.Window().close();   // no game: no question, and the settings are written
+    EXPECT_EQ(ReadIni(folder.Dir / "tolva2.ini", "main", "updatedelay"), "2");
+    EXPECT_EQ(ReadIni(folder.Dir / "tolva2.ini", "main", "levelset"), "levels\\default\\");
 }
 
 TEST(frmMain, ThePicturesOnlyAGameShowsWaitForTheWindowOrTheirFirstShowing) {
