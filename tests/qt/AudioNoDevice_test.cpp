@@ -81,8 +81,6 @@ TEST(AudioNoDevice, TheModuleIsMixedAt41000HzWithTheGamesQuality) {
     ModuleStream stream;
     ASSERT_TRUE(stream.Load(bytes, true));
     ASSERT_TRUE(stream.open(QIODevice::ReadOnly));
-    EXPECT_EQ(ModuleStream::SampleRate, 41000);
-    EXPECT_EQ(ModuleStream::Quality, 51);
     std::vector<char> second(41000 * ModuleStream::BytesPerFrame);
     qint64 got = 0;
     while (got < static_cast<qint64>(second.size())) {

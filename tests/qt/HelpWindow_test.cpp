@@ -9,7 +9,6 @@
 #include "WidgetTestKit.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QElapsedTimer>
 #include <QImage>
 #include <QPixmap>
@@ -114,11 +113,6 @@ QImage ResourceImage(QTextDocument& document, const QString& name) {
     return {};
 }
 
-void SaveScreenshot(QWidget& window, const QString& name) {
-    const QString path = QDir::tempPath() + "/tolva2-help-" + name + ".png";
-    EXPECT_TRUE(window.grab().save(path)) << path.toStdString();
-}
-
 } // namespace
 
 TEST(HelpWindow, ShowsTheHelpPageWithItsPicturesAndLinks) {
@@ -165,11 +159,6 @@ TEST(HelpWindow, ShowsTheHelpPageWithItsPicturesAndLinks) {
         ADD_FAILURE() << "the build's game folder has no pictures at " << GameDir;
     }
 
-    SaveScreenshot(*window, "top");
-    window->Browser()->scrollToAnchor("spells");
-    SaveScreenshot(*window, "spells");
-    window->Browser()->scrollToAnchor("statistics");
-    SaveScreenshot(*window, "statistics");
     window->close();
 }
 
@@ -334,8 +323,6 @@ TEST(HelpWindow, ADamagedPageIsToldAsMissingAtOnce) {
                                      Repeat("</td></tr></table>", HelpPageGuard::MaxTableNesting);
     const std::vector<std::pair<std::string, std::string>> pages = {
         {"tables nested 5,000 deep", NestedTables(5000)},
-        {"tables nested 50 deep", NestedTables(50)},
-        {"tables nested 20 deep", NestedTables(20)},
         {"tables nested one past the bound", NestedTables(HelpPageGuard::MaxTableNesting + 1)},
         {"100,000 nested blocks", "<html><body>" + Repeat("<div>", 100000) + "x"},
         {"one 5 MB word", "<html><body><p>" + std::string(5 * 1024 * 1024, 'a') + "</p>"},

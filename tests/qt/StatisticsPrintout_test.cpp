@@ -40,12 +40,18 @@ std::string Run(const std::string& command) {
     return out;
 }
 
-// Prints `table` into a PDF of A4 pages with 5 mm margins, as a printer's printable area.
+// A4 pages with 5 mm margins, 3 mm at the bottom, as a printer's printable area. With
+// these the end of page 1 comes where one more row would still fit, but not a row and
+// the line a page keeps free under its last row.
+QPageLayout PrintLayout() {
+    return QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF(5, 5, 5, 3), QPageLayout::Millimeter);
+}
+
+// Prints `table` into a PDF laid out as PrintLayout.
 void PrintToPdf(StatTable& table, const std::string& file) {
     QPdfWriter writer(QString::fromStdString(file));
     writer.setResolution(600);
-    writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF(5, 5, 5, 5),
-                                     QPageLayout::Millimeter));
+    writer.setPageLayout(PrintLayout());
     tolva::StatPages pages(writer);
     ASSERT_TRUE(pages.Active());
     tolva::PrintStatPages(table, pages, Date);
@@ -191,6 +197,23 @@ TEST_F(StatisticsPrintout, HundredLevelsRunOverPagesAndTheBandsGoOn) {
     ASSERT_GT(firstOnPage2, 1);
     const bool grey = (firstOnPage2 - 1) % 2 == 1;   // level 1 is white, level 2 grey
     EXPECT_EQ(ColourAt(pdf, 2, 20, top + 2, dir), grey ? 0xBEBEBEu : 0xFFFFFFu) << "level " << firstOnPage2;
+
+    // Page 1 ends while a row still fits: it keeps a line free under its last row, and
+    // the room left there is at least a row's pitch but less than two.
+    std::vector<double> tops;
+    int lastOnPage1 = 0;
+    for (const auto& w : words)
+        if (w.page == 1 && w.left < 40 && w.top > 40 && w.text.find_first_not_of("0123456789") == std::string::npos) {
+            tops.push_back(w.top);
+            lastOnPage1 = std::stoi(w.text);
+        }
+    ASSERT_GE(tops.size(), 2u);
+    EXPECT_EQ(lastOnPage1 + 1, firstOnPage2);
+    const double pitch = tops[1] - tops[0];
+    const double printableBottom = PrintLayout().paintRect(QPageLayout::Point).bottom();
+    const double free = printableBottom - (tops.back() + pitch);   // under the last row
+    EXPECT_GE(free, pitch) << "pitch " << pitch;
+    EXPECT_LT(free, 2 * pitch) << "pitch " << pitch;
 
     // The totals follow the last row and count all hundred levels.
     bool totals = false;

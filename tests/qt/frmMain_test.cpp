@@ -119,6 +119,25 @@ void ClickCell(GameApp& app, int x, int y, Qt::MouseButton button = Qt::LeftButt
     QTest::mouseClick(&view, button, {}, at);
 }
 
+// The Options button: the button right under the one that opens the Game menu.
+Ebutton* OptionsButton(frmMain& window) {
+    const auto buttons = window.findChildren<Ebutton*>(QString(), Qt::FindDirectChildrenOnly);
+    Ebutton* game = nullptr;
+    for (Ebutton* b : buttons) {
+        emit b->MouseUp(1, 0, 0, 0);
+        if (window.GameMenu().isVisible()) {
+            window.GameMenu().close();
+            game = b;
+            break;
+        }
+    }
+    Ebutton* below = nullptr;
+    for (Ebutton* b : buttons)
+        if (game != nullptr && b->x() == game->x() && b->y() > game->y() && (below == nullptr || b->y() < below->y()))
+            below = b;
+    return below;
+}
+
 QString LabelText(frmMain& window, const QString& text) {
     for (QLabel* label : window.findChildren<QLabel*>())
         if (label->text().startsWith(text)) return label->text();
@@ -127,38 +146,16 @@ QString LabelText(frmMain& window, const QString& text) {
 
 } // namespace
 
-TEST(frmMain, StartUpStopsWithoutTheDefaultSetAndFallsBackFromABadOne) {
-    {
-        TestWindow t("", false);
-        auto [folder, game, dialogs, app] = t.Parts();
-        EXPECT_FALSE(app.Start(1));
-        ASSERT_EQ(dialogs.ShownBoxes().size(), 1u);
-        EXPECT_EQ(dialogs.ShownBoxes()[0].Text, "ERROR! Unable to locate default levels.\nPlease re-install TOLVA II.");
-        EXPECT_EQ(dialogs.ShownBoxes()[0].Icon, MessageIcon::Stop);
-    }
-    {
-        TestWindow t("[main]\r\nlevelset=levels\\gone\\\r\n");
-        auto [folder, game, dialogs, app] = t.Parts();
-        frmMain& window = app.Window();
-        EXPECT_TRUE(app.Start(1));
-        ASSERT_EQ(dialogs.ShownBoxes().size(), 1u);
-        EXPECT_EQ(dialogs.ShownBoxes()[0].Text, "TOLVA2.INI ERROR! UNABLE TO LOAD SELECTED LEVEL-SET.\nLOADING DEFAULT...");
-        EXPECT_EQ(app.LevelSets().LevelSetPath, "levels\\default\\");
-        EXPECT_TRUE(window.windowTitle().startsWith("TOLVA II  -  ["));
-        EXPECT_EQ(game->Levels[0].levelbricks, 10);
-    }
-    {
-        // An empty levelset= is the default set, without a word.
-        TestWindow t("[main]\r\nlevelset=\r\nupdatedelay=1\r\n");
-        auto [folder, game, dialogs, app] = t.Parts();
-        frmMain& window = app.Window();
-        EXPECT_TRUE(app.Start(1));
-        EXPECT_TRUE(dialogs.ShownBoxes().empty());
-        EXPECT_EQ(app.Board().UpdateDelay(), 2);
-        window.close();   // no game: no question, and the settings are written
-        EXPECT_EQ(ReadIni(folder.Dir / "tolva2.ini", "main", "updatedelay"), "2");
-        EXPECT_EQ(ReadIni(folder.Dir / "tolva2.ini", "main", "levelset"), "levels\\default\\");
-    }
+// A missing default set and a missing chosen set are rows of the damaged-folder matrix.
+TEST(frmMain, AnEmptyLevelSetIsTheDefaultAndClosingWritesTheMendedSettings) {
+    TestWindow t("[main]\r\nlevelset=\r\nupdatedelay=1\r\n");
+    auto [folder, game, dialogs, app] = t.Parts();
+    EXPECT_TRUE(app.Start(1));
+    EXPECT_TRUE(dialogs.ShownBoxes().empty());
+    EXPECT_EQ(app.Board().UpdateDelay(), 2);
+    app.Window().close();   // no game: no question, and the settings are written
+    EXPECT_EQ(ReadIni(folder.Dir / "tolva2.ini", "main", "updatedelay"), "2");
+    EXPECT_EQ(ReadIni(folder.Dir / "tolva2.ini", "main", "levelset"), "levels\\default\\");
 }
 
 TEST(frmMain, ThePicturesOnlyAGameShowsWaitForTheWindowOrTheirFirstShowing) {
@@ -344,6 +341,23 @@ TEST(frmMain, TheRightButtonOnTheBoardIsTheBoardsAndOnTheSurfaceOpensGame) {
     QTest::mouseClick(&window, Qt::RightButton, {}, QPoint(530, 300));
     EXPECT_TRUE(window.GameMenu().isVisible());
     window.GameMenu().close();
+
+    // The Options button's right button opens the cheat menu in cheat mode only.
+    Ebutton* options = OptionsButton(window);
+    ASSERT_NE(options, nullptr);
+    emit options->MouseUp(2, 0, 0, 0);
+    EXPECT_TRUE(window.CheatMenuHead().isVisible());
+    EXPECT_FALSE(window.OptionsMenu().isVisible());
+    window.CheatMenuHead().close();
+    emit options->MouseUp(1, 0, 0, 0);
+    EXPECT_TRUE(window.OptionsMenu().isVisible());
+    EXPECT_FALSE(window.CheatMenuHead().isVisible());
+    window.OptionsMenu().close();
+    app.Session().ChangeCheatMode();
+    emit options->MouseUp(2, 0, 0, 0);
+    EXPECT_TRUE(window.OptionsMenu().isVisible());
+    EXPECT_FALSE(window.CheatMenuHead().isVisible());
+    window.OptionsMenu().close();
 }
 
 TEST(frmMain, TheJumpListIsMadeWhenOpenedAndFollowsTheSet) {
@@ -443,9 +457,9 @@ TEST(frmMain, CtrlZAndBackspaceTakeMovesBackAndTheGameMenuFollows) {
     auto [folder, game, dialogs, app] = t.Parts();
     frmMain& window = app.Window();
     ASSERT_TRUE(app.Start(1));
+    EXPECT_TRUE(dialogs.ShownBoxes().empty());
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-    app.Session().NewGameMnu_Click();
     auto entry = [&](const QString& caption) -> QAction* {
         for (QAction* a : window.GameMenu().actions())
             if (a->text() == caption) return a;
@@ -453,9 +467,19 @@ TEST(frmMain, CtrlZAndBackspaceTakeMovesBackAndTheGameMenuFollows) {
     };
     QAction* undo = entry("Undo");
     QAction* resume = entry("Resume saved game");
+    QAction* endGame = entry("End game");
+    QAction* levelCode = entry("Enter level-code...");
     ASSERT_NE(undo, nullptr);
     ASSERT_NE(resume, nullptr);
+    ASSERT_NE(endGame, nullptr);
+    ASSERT_NE(levelCode, nullptr);
+    // Without a game there is nothing to end; a level code needs the default set only.
     window.Game_Click();
+    EXPECT_FALSE(endGame->isEnabled());
+    EXPECT_TRUE(levelCode->isEnabled());
+    app.Session().NewGameMnu_Click();
+    window.Game_Click();
+    EXPECT_TRUE(endGame->isEnabled());
     EXPECT_FALSE(undo->isEnabled());
     EXPECT_FALSE(resume->isVisible());   // no saved game waits
 
@@ -473,6 +497,10 @@ TEST(frmMain, CtrlZAndBackspaceTakeMovesBackAndTheGameMenuFollows) {
     EXPECT_EQ(LabelText(window, "PRACTICE"), "PRACTICE");
     window.Game_Click();
     EXPECT_FALSE(undo->isEnabled());
+    dialogs.QueueMessageAnswer(MessageResult::Ok);
+    app.Session().mnuEndGame_Click();
+    window.Game_Click();
+    EXPECT_FALSE(endGame->isEnabled());
 }
 
 TEST(frmMain, TheLevelSetMenuIsSortedAndTellsTheSetInUseByItsOwnCheckMark) {
@@ -487,6 +515,9 @@ TEST(frmMain, TheLevelSetMenuIsSortedAndTellsTheSetInUseByItsOwnCheckMark) {
         text.replace(text.find("levelset=Miniatures"), 19, "levelset=" + caption);
         folder.Dir.Write("levels/" + name + "/levels.set", text);
     }
+    // A folder without a set is no entry.
+    std::filesystem::create_directories(folder.Dir / "levels/beta");
+    folder.Dir.Write("levels/beta/readme.txt", "no levels here");
     frmMain& window = app.Window();
     ASSERT_TRUE(app.Start(1));
     ASSERT_EQ(app.LevelSets().LevelSetPath, "levels\\mini\\");
@@ -497,6 +528,14 @@ TEST(frmMain, TheLevelSetMenuIsSortedAndTellsTheSetInUseByItsOwnCheckMark) {
     ASSERT_EQ(entries.size(), 5);
     EXPECT_TRUE(entries[2]->isChecked());
     EXPECT_TRUE(entries[3]->isChecked());
+
+    // The set in use chosen again without a game is neither saved nor loaded again, and
+    // a list read afresh keeps its check marks.
+    app.LevelSets().RefreshLevelSets();
+    EXPECT_FALSE(app.LevelSets().LevelList_Click(3));
+    EXPECT_EQ(app.LevelSets().LevelSetPath, "levels\\mini\\");
+    EXPECT_TRUE(window.LevelSetMenu().actions()[3]->isChecked());
+    EXPECT_FALSE(window.LevelSetMenu().actions()[4]->isChecked());
 
     // Either twin is the set in use: no question, the game goes on.
     app.Session().NewGameMnu_Click();
@@ -517,6 +556,8 @@ TEST(frmMain, TheLevelSetMenuIsSortedAndTellsTheSetInUseByItsOwnCheckMark) {
     EXPECT_EQ(dialogs.ShownBoxes()[0].Text, "This will end your current game, sure to load new level-sets ?");
     EXPECT_FALSE(app.Session().GameRunning);
     EXPECT_EQ(app.LevelSets().LevelSetPath, "levels\\zeta\\");
+    // The table of the set left behind was written to its own folder first.
+    EXPECT_TRUE(std::filesystem::exists(folder.Dir / "levels/mini/hiscore.hi"));
     EXPECT_FALSE(chosen.isNull());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(chosen.isNull());

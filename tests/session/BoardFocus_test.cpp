@@ -133,7 +133,10 @@ TEST(BoardFocus, TheKeyboardMovesACursorAndClicksWhereItStands) {
     ASSERT_TRUE(f.Focus.Marks().Cursor);
     EXPECT_EQ(*f.Focus.Marks().Cursor, (BoardCell{0, 4}));
     EXPECT_EQ(f.Focus.Marks().Group.size(), 3u);   // the 4s
-    f.Focus.KeyDown(BoardFocus::ArrowLeft);
+    f.Focus.KeyDown(BoardFocus::ArrowDown);
+    for (int i = 0; i < 9; ++i) f.Focus.KeyDown(BoardFocus::ArrowRight);
+    EXPECT_EQ(*f.Focus.Marks().Cursor, (BoardCell{4, 4}));
+    for (int i = 0; i < 9; ++i) f.Focus.KeyDown(BoardFocus::ArrowLeft);
     for (int i = 0; i < 9; ++i) f.Focus.KeyDown(BoardFocus::ArrowUp);
     EXPECT_EQ(*f.Focus.Marks().Cursor, (BoardCell{0, 0}));
     f.Focus.KeyDown(BoardFocus::ArrowDown);

@@ -1,5 +1,7 @@
 #include "session/SessionFixture.h"
 
+#include "session/GameLevelSets.h"
+#include "session/GameStartup.h"
 #include "session/LevelCodes.h"
 
 #include <gtest/gtest.h>
@@ -273,4 +275,74 @@ TEST(GameSession, ALevelClearedInExactlyItsTargetSoundsTheGoodSignal) {
         ASSERT_FALSE(beeps.empty()) << target;
         EXPECT_EQ(beeps.front(), signalStart) << target;
     }
+}
+
+namespace {
+
+// A host whose screen has the given height; the rest of start-up is never reached here.
+class ScreenOfHeight final : public StartupHost {
+public:
+    explicit ScreenOfHeight(int height) : height_(height) {}
+    int ScreenHeight() const override { return height_; }
+    void LoadGfx() override {}
+    void ShowAboutFirstTime() override {}
+    void ShowMainWindow() override {}
+
+private:
+    int height_;
+};
+
+} // namespace
+
+TEST(GameSession, StartUpTakesAScreenOfSixHundredPixelsAndStopsBelowIt) {
+    const std::string tooLow = "TOLVA II REQUIRES A SCREEN RESOLUTION OF 800*600 AND 16BIT COLORS MINIMUM !";
+    for (int height : {599, 600}) {
+        SessionFixture f;
+        GameLevelSets sets(*f.Game, f.Session, f.Board, f.View, f.Host.Dialog, f.Host.Loop);
+        ScreenOfHeight screen(height);
+        GameStartup startup(StartupParts{*f.Game, f.Settings, f.Session, f.Board, sets, f.View, f.Host.Dialog,
+                                         f.Host.Rng, f.Host.Sound, screen, {}, {}, {}});
+        // The fixture's folder has no default set: a screen high enough gets as far as
+        // looking for it.
+        EXPECT_FALSE(startup.Form_Load("", 1));
+        ASSERT_EQ(f.Host.Dialog.ShownBoxes().size(), 1u) << height;
+        EXPECT_EQ(f.Host.Dialog.ShownBoxes()[0].Text == tooLow, height == 599) << height;
+    }
+}
+
+TEST(GameSession, EndingTheGameAndCopyingTheLevelCodeAskFirstAndFollowTheSet) {
+    SessionFixture f;
+    f.SetLevel(1, {"11", "22"});
+    EXPECT_FALSE(f.Session.Game_Click().EndGame);
+    f.Session.NewGame(1);
+    const GameMenuState running = f.Session.Game_Click();
+    EXPECT_TRUE(running.EndGame);
+    EXPECT_TRUE(running.LevelCode);
+    // The level code goes to the clipboard only when the player says so.
+    f.Host.Dialog.QueueMessageAnswer(MessageResult::Cancel);
+    f.Session.lbLevelCode_Click();
+    EXPECT_EQ(f.View.Clipboard, "");
+    f.Host.Dialog.QueueMessageAnswer(MessageResult::Ok);
+    f.Session.lbLevelCode_Click();
+    EXPECT_EQ(f.View.Clipboard, LevelCodes::ClipboardText(1));
+    // Cancel keeps the game; OK ends it.
+    f.Host.Dialog.QueueMessageAnswer(MessageResult::Cancel);
+    f.Session.mnuEndGame_Click();
+    EXPECT_TRUE(f.Session.GameRunning);
+    f.Host.Dialog.QueueMessageAnswer(MessageResult::Ok);
+    f.Session.mnuEndGame_Click();
+    EXPECT_FALSE(f.Session.GameRunning);
+    EXPECT_FALSE(f.Session.Game_Click().EndGame);
+
+    // Another set has no level codes: no entry, no question, nothing copied.
+    SessionFixture other;
+    other.Session.IsDefaultSet = false;
+    other.SetLevel(1, {"11", "22"});
+    other.Session.NewGame(1);
+    EXPECT_FALSE(other.Session.Game_Click().LevelCode);
+    EXPECT_FALSE(other.Session.Game_Click().DefaultSetOnly);
+    const std::size_t asked = other.Host.Dialog.ShownBoxes().size();
+    other.Session.lbLevelCode_Click();
+    EXPECT_EQ(other.Host.Dialog.ShownBoxes().size(), asked);
+    EXPECT_EQ(other.View.Clipboard, "");
 }
