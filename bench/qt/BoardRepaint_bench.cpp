@@ -62,6 +62,27 @@ QImage Solid(int width, int height, QRgb colour) {
     return image;
 }
 
+// Gives the board plain pictures and a 40 x 40 level whose cell (x, y) is brick(x, y),
+// starts it, and shows it on the widget.
+template <typename Brick>
+void StartOnScreen(TolvaBoard& board, LevelModule& game, BoardWidget& widget, PaintCounter& painted, Brick brick) {
+    for (int i = 0; i < 10; ++i)
+        dynamic_cast<QtPictureHolder&>(board.Gfx(i)).SetImage(Solid(25, 25, qRgb(20 * i, 255 - 20 * i, 90)));
+    QtPictureHolder back("eBack");
+    back.SetImage(Solid(500, 500, qRgb(10, 30, 60)));
+    board.SetBackPicture(back);
+    LevelRecord& level = game.Levels[0];
+    level.LevelName = "BENCH";
+    level.levelbricks = 40;
+    for (int x = 0; x < 40; ++x)
+        for (int y = 0; y < 40; ++y) level.BrickGrid(x, y) = static_cast<std::int16_t>(brick(x, y));
+    std::int16_t first = 1;
+    board.NewGame(first);
+    widget.show();
+    QApplication::processEvents();
+    widget.installEventFilter(&painted);
+}
+
 // A 40 x 40 level of ten colours on the standard 500 x 500 background, on screen.
 struct BoardOnScreen {
     QtEventLoop Loop;
@@ -79,21 +100,7 @@ struct BoardOnScreen {
     BoardOnScreen() {
         Board = std::make_unique<TolvaBoard>(*Game, Settings, BoardPlatform{Loop, Widget, Pictures, Sound, Dialog, Rng}, Events);
         Widget.AttachBoard(Board.get());
-        for (int i = 0; i < 10; ++i)
-            dynamic_cast<QtPictureHolder&>(Board->Gfx(i)).SetImage(Solid(25, 25, qRgb(20 * i, 255 - 20 * i, 90)));
-        QtPictureHolder back("eBack");
-        back.SetImage(Solid(500, 500, qRgb(10, 30, 60)));
-        Board->SetBackPicture(back);
-        LevelRecord& level = Game->Levels[0];
-        level.LevelName = "BENCH";
-        level.levelbricks = 40;
-        for (int x = 0; x < 40; ++x)
-            for (int y = 0; y < 40; ++y) level.BrickGrid(x, y) = static_cast<std::int16_t>((x * 7 + y * 3) % 10);
-        std::int16_t first = 1;
-        Board->NewGame(first);
-        Widget.show();
-        QApplication::processEvents();
-        Widget.installEventFilter(&Painted);
+        StartOnScreen(*Board, *Game, Widget, Painted, [](int x, int y) { return (x * 7 + y * 3) % 10; });
     }
     ~BoardOnScreen() {
         Widget.AttachBoard(nullptr);
@@ -168,25 +175,11 @@ struct FocusOnScreen {
         Widget.AttachBoard(Board.get());
         Widget.AttachMarks(Focus.get());
         Focus->SetMarksView(&Widget);
-        for (int i = 0; i < 10; ++i)
-            dynamic_cast<QtPictureHolder&>(Board->Gfx(i)).SetImage(Solid(25, 25, qRgb(20 * i, 255 - 20 * i, 90)));
-        QtPictureHolder back("eBack");
-        back.SetImage(Solid(500, 500, qRgb(10, 30, 60)));
-        Board->SetBackPicture(back);
-        LevelRecord& level = Game->Levels[0];
-        level.LevelName = "BENCH";
-        level.levelbricks = 40;
         std::uint32_t seed = 12345;
-        for (int x = 0; x < 40; ++x)
-            for (int y = 0; y < 40; ++y) {
-                seed = seed * 1103515245u + 12345u;
-                level.BrickGrid(x, y) = static_cast<std::int16_t>((seed >> 16) % 4);
-            }
-        std::int16_t first = 1;
-        Board->NewGame(first);
-        Widget.show();
-        QApplication::processEvents();
-        Widget.installEventFilter(&Painted);
+        StartOnScreen(*Board, *Game, Widget, Painted, [&seed](int, int) {
+            seed = seed * 1103515245u + 12345u;
+            return static_cast<int>((seed >> 16) % 4);
+        });
     }
     ~FocusOnScreen() {
         Widget.AttachMarks(nullptr);
