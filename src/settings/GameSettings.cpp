@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <limits>
 #include <variant>
 #include <vector>
 
@@ -33,31 +34,52 @@ struct Key {
     const char* writeName;   // the game writes two keys in lower case that it reads mixed
     Form form;
     Member member;
+    // The default as the text the file would hold for it, so that a new object is made
+    // by the same reading as a file.
+    const char* defaultText;
+    // The range a number is mended into after reading; writing keeps what it is given.
+    std::int32_t least = std::numeric_limits<std::int32_t>::min();
+    std::int32_t most = std::numeric_limits<std::int32_t>::max();
 };
 
-// The keys in the order the game writes them. Defaults are the member initialisers of
-// GameSettings; the range of updatedelay is enforced in Read.
+// The keys in the order the game writes them.
 const std::vector<Key>& Keys() {
     static const std::vector<Key> keys = {
-        {"HiscoreUrl", "HiscoreUrl", Form::Text, &GameSettings::HiscoreUrl},
-        {"levelset", "levelset", Form::Text, &GameSettings::LevelSetPath},
-        {"showbonuscounter", "showbonuscounter", Form::Short, &GameSettings::ShowBonusCounter},
-        {"playsounds", "playsounds", Form::Short, &GameSettings::PlaySounds},
-        {"playmusic", "playmusic", Form::Short, &GameSettings::PlayMusic},
-        {"updatedelay", "updatedelay", Form::Long, &GameSettings::UpdateDelay},
-        {"huntdelay", "huntdelay", Form::Short, &GameSettings::HuntDelay},
-        {"anidraw", "anidraw", Form::Flag, &GameSettings::AniDraw},
-        {"makestat", "makestat", Form::Flag, &GameSettings::MakeStat},
-        {"supplystatfile", "supplystatfile", Form::Flag, &GameSettings::SupplyStatFile},
-        {"drawusingbackbuffer", "drawusingbackbuffer", Form::Flag, &GameSettings::DrawUsingBackBuffer},
-        {"playanimations", "playanimations", Form::Flag, &GameSettings::PlayAnimations},
-        {"UseExternalMusicFile", "UseExternalMusicFile", Form::Flag, &GameSettings::UseExternalMusicFile},
-        {"ExtMusicPath", "extmusicpath", Form::Folder, &GameSettings::ExtMusicPath},
-        {"ExtMusicFile", "extmusicfile", Form::Text, &GameSettings::ExtMusicFile},
-        {"showgroup", "showgroup", Form::Flag, &GameSettings::ShowGroup},
+        {"HiscoreUrl", "HiscoreUrl", Form::Text, &GameSettings::HiscoreUrl, GameSettings::DefaultHiscoreUrl},
+        {"levelset", "levelset", Form::Text, &GameSettings::LevelSetPath, GameSettings::DefaultLevelSet},
+        {"showbonuscounter", "showbonuscounter", Form::Short, &GameSettings::ShowBonusCounter, "1"},
+        {"playsounds", "playsounds", Form::Short, &GameSettings::PlaySounds, "1"},
+        {"playmusic", "playmusic", Form::Short, &GameSettings::PlayMusic, "1"},
+        // The board needs a pause of at least 2 ms before closing up.
+        {"updatedelay", "updatedelay", Form::Long, &GameSettings::UpdateDelay, "200", 2},
+        {"huntdelay", "huntdelay", Form::Short, &GameSettings::HuntDelay, "0"},
+        {"anidraw", "anidraw", Form::Flag, &GameSettings::AniDraw, "1"},
+        {"makestat", "makestat", Form::Flag, &GameSettings::MakeStat, "1"},
+        {"supplystatfile", "supplystatfile", Form::Flag, &GameSettings::SupplyStatFile, "1"},
+        {"drawusingbackbuffer", "drawusingbackbuffer", Form::Flag, &GameSettings::DrawUsingBackBuffer, "1"},
+        {"playanimations", "playanimations", Form::Flag, &GameSettings::PlayAnimations, "1"},
+        {"UseExternalMusicFile", "UseExternalMusicFile", Form::Flag, &GameSettings::UseExternalMusicFile, "0"},
+        {"ExtMusicPath", "extmusicpath", Form::Folder, &GameSettings::ExtMusicPath, ""},
+        {"ExtMusicFile", "extmusicfile", Form::Text, &GameSettings::ExtMusicFile, ""},
+        {"showgroup", "showgroup", Form::Flag, &GameSettings::ShowGroup, "1"},
     };
     return keys;
 }
+
+bool SameName(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](unsigned char x, unsigned char y) {
+        return std::tolower(x) == std::tolower(y);
+    });
+}
+
+// Names do not depend on case in the file, so neither do they here.
+const Key* FindKey(std::string_view name) {
+    for (const Key& key : Keys())
+        if (SameName(name, key.readName) || SameName(name, key.writeName)) return &key;
+    return nullptr;
+}
+
+bool IsNumber(const Key& key) { return key.form == Form::Short || key.form == Form::Long || key.form == Form::Flag; }
 
 void ReadValue(GameSettings& s, const Key& key, const std::string& text) {
     switch (key.form) {
@@ -74,6 +96,16 @@ void ReadValue(GameSettings& s, const Key& key, const std::string& text) {
     }
 }
 
+void Mend(GameSettings& s, const Key& key) {
+    if (key.form == Form::Short) {
+        auto& value = s.*std::get<std::int16_t GameSettings::*>(key.member);
+        value = static_cast<std::int16_t>(std::clamp<std::int32_t>(value, key.least, key.most));
+    } else if (key.form == Form::Long) {
+        auto& value = s.*std::get<std::int32_t GameSettings::*>(key.member);
+        value = std::clamp(value, key.least, key.most);
+    }
+}
+
 std::string WriteValue(const GameSettings& s, const Key& key) {
     switch (key.form) {
     case Form::Text:
@@ -87,13 +119,17 @@ std::string WriteValue(const GameSettings& s, const Key& key) {
 
 } // namespace
 
+GameSettings::GameSettings() {
+    for (const Key& key : Keys()) ReadValue(*this, key, key.defaultText);
+}
+
 GameSettings GameSettings::Read(const std::string& iniFile) {
     GameSettings s;
     for (const Key& key : Keys()) {
         const std::string text = ReadIni(iniFile, Section, key.readName);
         if (!text.empty()) ReadValue(s, key, text);
+        Mend(s, key);
     }
-    if (s.UpdateDelay < 2) s.UpdateDelay = 2;
     return s;
 }
 
@@ -102,6 +138,27 @@ bool GameSettings::Write(const std::string& iniFile) const {
     bool ok = true;
     for (const Key& key : Keys()) ok = WriteIni(iniFile, Section, key.writeName, WriteValue(*this, key)) && ok;
     return ok;
+}
+
+std::optional<std::int32_t> GameSettings::Number(std::string_view name) const {
+    const Key* key = FindKey(name);
+    if (key == nullptr || !IsNumber(*key)) return std::nullopt;
+    switch (key->form) {
+    case Form::Short: return this->*std::get<std::int16_t GameSettings::*>(key->member);
+    case Form::Long: return this->*std::get<std::int32_t GameSettings::*>(key->member);
+    default: return this->*std::get<bool GameSettings::*>(key->member) ? 1 : 0;
+    }
+}
+
+bool GameSettings::SetNumber(std::string_view name, std::int32_t value) {
+    const Key* key = FindKey(name);
+    if (key == nullptr || !IsNumber(*key)) return false;
+    switch (key->form) {
+    case Form::Short: this->*std::get<std::int16_t GameSettings::*>(key->member) = static_cast<std::int16_t>(value); break;
+    case Form::Long: this->*std::get<std::int32_t GameSettings::*>(key->member) = value; break;
+    default: this->*std::get<bool GameSettings::*>(key->member) = value == 1; break;
+    }
+    return true;
 }
 
 bool GameSettings::IsFirstUse(const std::string& iniFile) {
