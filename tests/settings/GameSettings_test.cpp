@@ -124,3 +124,40 @@ TEST(GameSettings, EveryKeyRoundTripsThroughTheBoard) {
                             "playanimations", "UseExternalMusicFile", "extmusicpath", "extmusicfile"})
         EXPECT_EQ(ReadIni(dir / "copy.ini", "main", key), ReadIni(dir / "tolva2.ini", "main", key)) << key;
 }
+
+TEST(GameSettings, ANewObjectIsWrittenAsEveryDefaultByteForByte) {
+    TempFolder dir;
+    ASSERT_TRUE(GameSettings().Write(dir / "tolva2.ini"));
+    EXPECT_EQ(dir.Read("tolva2.ini"),
+              std::string("[main]\r\nHiscoreUrl=") + GameSettings::DefaultHiscoreUrl +
+                  "\r\nlevelset=levels\\default\\\r\nshowbonuscounter=1\r\nplaysounds=1\r\nplaymusic=1\r\n"
+                  "updatedelay=200\r\nhuntdelay=0\r\nanidraw=1\r\nmakestat=1\r\nsupplystatfile=1\r\n"
+                  "drawusingbackbuffer=1\r\nplayanimations=1\r\nUseExternalMusicFile=0\r\nextmusicpath=\r\n"
+                  "extmusicfile=\r\nshowgroup=1\r\n");
+}
+
+TEST(GameSettings, NumbersAndFlagsAreReachedByTheNameOfTheirKey) {
+    GameSettings s;
+    // Either spelling of a name, in any case; a flag counts 1 or 0.
+    EXPECT_EQ(s.Number("MakeStat"), 1);
+    EXPECT_EQ(s.Number("UPDATEDELAY"), 200);
+    EXPECT_EQ(s.Number("UseExternalMusicFile"), 0);
+    // A text setting or a name that is no key gives nothing and takes nothing.
+    EXPECT_FALSE(s.Number("extmusicpath").has_value());
+    EXPECT_FALSE(s.Number("notfirstuse").has_value());
+    EXPECT_FALSE(s.SetNumber("levelset", 1));
+    EXPECT_FALSE(s.SetNumber("", 1));
+    EXPECT_EQ(s.LevelSetPath, GameSettings::DefaultLevelSet);
+
+    // Setting one is reading it from the file, without the mending of a read.
+    ASSERT_TRUE(s.SetNumber("makestat", 2));
+    EXPECT_FALSE(s.MakeStat);
+    ASSERT_TRUE(s.SetNumber("showgroup", 0));
+    EXPECT_FALSE(s.ShowGroup);
+    ASSERT_TRUE(s.SetNumber("updatedelay", 1));
+    EXPECT_EQ(s.UpdateDelay, 1);
+    ASSERT_TRUE(s.SetNumber("playsounds", 2));
+    EXPECT_EQ(s.Number("playsounds"), 2);
+    ASSERT_TRUE(s.SetNumber("huntdelay", 30));
+    EXPECT_EQ(s.HuntDelay, 30);
+}
