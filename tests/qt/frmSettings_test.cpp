@@ -189,6 +189,33 @@ TEST(frmSettings, TheActionDelayActsAtOnceAndPacesTheBlinkingSample) {
     EXPECT_FALSE(f.Timer1().Enabled());
 }
 
+TEST(frmSettings, EachCheckBoxStandsForItsOwnSettingByName) {
+    GameFolder game;
+    const std::pair<int, const char*> boxes[] = {{1, "anidraw"},  {2, "playsounds"},          {3, "playmusic"},
+                                                 {4, "makestat"}, {5, "showbonuscounter"},    {6, "supplystatfile"},
+                                                 {7, "drawusingbackbuffer"}, {8, "playanimations"},
+                                                 {9, "UseExternalMusicFile"}};
+    for (const auto& [number, key] : boxes) {
+        Window w;
+        ASSERT_EQ(w.Form->CheckOf(key), w.Form->Check(number)) << key;
+        w.Form->CheckOf(key)->click();
+        w.Close();
+        // That setting turned over, and no other moved.
+        const GameSettings before;
+        for (const auto& [other, otherKey] : boxes)
+            EXPECT_EQ(w.Settings.Number(otherKey) != before.Number(otherKey), otherKey == key) << key << " / " << otherKey;
+        EXPECT_EQ(w.Settings.UpdateDelay, before.UpdateDelay) << key;
+        EXPECT_EQ(w.Settings.HuntDelay, before.HuntDelay) << key;
+    }
+    // The group outline is switched from the Options menu only; the window keeps it as it is.
+    GameSettings s;
+    s.ShowGroup = false;
+    Window w(s);
+    EXPECT_EQ(w.Form->CheckOf("showgroup"), nullptr);
+    w.Close();
+    EXPECT_FALSE(w.Settings.ShowGroup);
+}
+
 TEST(frmSettings, ClosingWritesTheCheckBoxesBackAndStartsOrStopsTheMusic) {
     GameFolder game;
     GameSettings s;

@@ -54,12 +54,11 @@ QStringList ListMusicFiles(const std::string& folder) {
     return dir.entryList(patterns, QDir::Files, QDir::Name | QDir::IgnoreCase);
 }
 
-QCheckBox* NewCheck(QWidget* parent, const char* caption, const char* tip, int x, int y) {
-    auto* check = new QCheckBox(QString::fromLatin1(caption), parent);
-    check->setToolTip(QString::fromLatin1(tip));
-    check->setGeometry(x, y, 176, 20);
-    return check;
-}
+// The settings the two sliders stand for.
+constexpr const char* DelayKey = "updatedelay";
+constexpr const char* HuntKey = "huntdelay";
+// The check box that makes the sample blink.
+constexpr const char* AniDrawKey = "anidraw";
 
 } // namespace
 
@@ -109,7 +108,28 @@ void frmSettings::ShowModal(GameSettings& settings, EventLoop& loop, Callbacks c
 }
 
 QCheckBox* frmSettings::Check(int number) const {
-    return number >= 1 && number <= 9 ? checks_[number - 1] : nullptr;
+    const QString name = QString("Check%1").arg(number);
+    for (const BoundCheck& check : checks_)
+        if (check.box->objectName() == name) return check.box;
+    return nullptr;
+}
+
+QCheckBox* frmSettings::CheckOf(std::string_view key) const {
+    for (const BoundCheck& check : checks_)
+        if (key == check.key) return check.box;
+    return nullptr;
+}
+
+// A check box that stands for the setting `key`: a new setting with a check box is one
+// more of these. The setting must be a number or a flag.
+QCheckBox* frmSettings::AddCheck(QWidget* frame, int number, const char* key, bool atOnce, const char* caption,
+                                 const char* tip, int x, int y) {
+    auto* box = new QCheckBox(QString::fromLatin1(caption), frame);
+    box->setObjectName(QString("Check%1").arg(number));
+    box->setToolTip(QString::fromLatin1(tip));
+    box->setGeometry(x, y, 176, 20);
+    checks_.push_back({key, box, atOnce});
+    return box;
 }
 
 // ---- building the window ------------------------------------------------------------------
@@ -117,8 +137,7 @@ QCheckBox* frmSettings::Check(int number) const {
 void frmSettings::BuildDelayFrames() {
     auto* Frame1 = new QGroupBox("Delay", this);
     Frame1->setGeometry(24, 62, 200, 104);
-    checks_[0] = NewCheck(Frame1, "Action delay", "", 12, 20);
-    checks_[0]->setGeometry(12, 20, 130, 20);
+    AddCheck(Frame1, 1, AniDrawKey, true, "Action delay", "", 12, 20)->setGeometry(12, 20, 130, 20);
     Picture1_ = new QWidget(Frame1);
     Picture1_->setObjectName("Picture1");
     Picture1_->setGeometry(156, 22, 28, 16);
@@ -150,19 +169,20 @@ void frmSettings::BuildDelayFrames() {
 void frmSettings::BuildGameFrame() {
     auto* Frame3 = new QGroupBox("Game", this);
     Frame3->setGeometry(236, 62, 200, 242);
-    checks_[1] = NewCheck(Frame3, "Sound effects", "Enables the sound effects", 12, 20);
-    checks_[2] = NewCheck(Frame3, "Music", "Enables the music", 12, 42);
-    checks_[4] = NewCheck(Frame3, "Show bonus screen", "Shows the bonus counter between levels", 12, 64);
-    checks_[6] = NewCheck(Frame3, "BackBuffer", "draw the bricks faster", 12, 86);
-    checks_[7] = NewCheck(Frame3, "Play Animations", "Enables animations", 12, 108);
+    AddCheck(Frame3, 2, "playsounds", false, "Sound effects", "Enables the sound effects", 12, 20);
+    AddCheck(Frame3, 3, "playmusic", false, "Music", "Enables the music", 12, 42);
+    AddCheck(Frame3, 5, "showbonuscounter", false, "Show bonus screen", "Shows the bonus counter between levels", 12,
+             64);
+    AddCheck(Frame3, 7, "drawusingbackbuffer", false, "BackBuffer", "draw the bricks faster", 12, 86);
+    AddCheck(Frame3, 8, "playanimations", false, "Play Animations", "Enables animations", 12, 108);
     BuildMusicFrame(Frame3);
 }
 
 void frmSettings::BuildMusicFrame(QGroupBox* Frame3) {
     auto* Frame5 = new QGroupBox(Frame3);
     Frame5->setGeometry(8, 140, 184, 92);
-    checks_[8] = NewCheck(Frame5, "Use ext music-file:",
-                          "Play any external file. These files are supported: mod,xm,it,s3m,669,wav,mp3", 8, 12);
+    AddCheck(Frame5, 9, "UseExternalMusicFile", true, "Use ext music-file:",
+             "Play any external file. These files are supported: mod,xm,it,s3m,669,wav,mp3", 8, 12);
     Combo1_ = new QComboBox(Frame5);
     Combo1_->setGeometry(8, 38, 168, 22);
     Command1_ = new QPushButton("...", Frame5);
@@ -179,11 +199,11 @@ void frmSettings::BuildMusicFrame(QGroupBox* Frame3) {
 void frmSettings::BuildStatFrame() {
     auto* Frame4 = new QGroupBox("Game Statistics", this);
     Frame4->setGeometry(24, 258, 200, 108);
-    checks_[3] = NewCheck(Frame4, "Log statistics", "", 12, 20);
+    AddCheck(Frame4, 4, "makestat", false, "Log statistics", "", 12, 20);
     Label3_ = new QLabel("Allow TOLVA to supply the stat file when submitting the hiscores to the internet.", Frame4);
     Label3_->setWordWrap(true);
     Label3_->setGeometry(12, 42, 180, 42);
-    checks_[5] = NewCheck(Frame4, "Yes", "", 12, 84);
+    AddCheck(Frame4, 6, "supplystatfile", false, "Yes", "", 12, 84);
 }
 
 // ---- load and unload -----------------------------------------------------------------------
@@ -196,33 +216,22 @@ void frmSettings::Form_Load() {
 
     // The board's delays; a number beyond the slider's range is mended by the slider,
     // and its Scroll hands the mended value straight back.
-    Scroller1_->SetValue(std::clamp<std::int32_t>(settings_.UpdateDelay, -32768, 32767));
+    Scroller1_->SetValue(std::clamp<std::int32_t>(settings_.Number(DelayKey).value_or(0), -32768, 32767));
     Timer1_->SetEnabled(true);
-    Check(1)->setChecked(settings_.AniDraw);
-    Scroller2_->SetValue(settings_.HuntDelay);
-    Check(2)->setChecked(settings_.PlaySounds != 0);
-    Check(3)->setChecked(settings_.PlayMusic != 0);
-    Check(5)->setChecked(settings_.ShowBonusCounter != 0);
-    Check(4)->setChecked(settings_.MakeStat);
-    Check(6)->setChecked(settings_.SupplyStatFile);
-    Check(7)->setChecked(settings_.DrawUsingBackBuffer);
-    Check(8)->setChecked(settings_.PlayAnimations);
-    Check(9)->setChecked(settings_.UseExternalMusicFile);
-    connect(Check(1), &QCheckBox::toggled, this, [this] { Check1_Click(); });
-    connect(Check(9), &QCheckBox::toggled, this, [this] { Check9_Click(); });
+    Scroller2_->SetValue(settings_.Number(HuntKey).value_or(0));
+    // A number is checked when it is not 0, a flag when it is true.
+    for (const BoundCheck& check : checks_) {
+        check.box->setChecked(settings_.Number(check.key).value_or(0) != 0);
+        if (check.atOnce)
+            connect(check.box, &QCheckBox::toggled, this, [this, key = check.key] { Check_Click(key); });
+    }
     AddFiles();
 }
 
 void frmSettings::Form_Unload() {
     Timer1_->SetEnabled(false);
-    settings_.PlaySounds = Check(2)->isChecked() ? 1 : 0;
-    settings_.PlayMusic = Check(3)->isChecked() ? 1 : 0;
-    settings_.ShowBonusCounter = Check(5)->isChecked() ? 1 : 0;
-    settings_.MakeStat = Check(4)->isChecked();
-    settings_.SupplyStatFile = Check(6)->isChecked();
-    settings_.DrawUsingBackBuffer = Check(7)->isChecked();
-    settings_.PlayAnimations = Check(8)->isChecked();
-    settings_.UseExternalMusicFile = Check(9)->isChecked();
+    // Each goes back as 1 or 0; those that act at once hold that already.
+    for (const BoundCheck& check : checks_) settings_.SetNumber(check.key, check.box->isChecked() ? 1 : 0);
     if (settings_.PlayMusic == 1) {
         if (callbacks_.startMusic) callbacks_.startMusic();
     } else if (callbacks_.stopMusicUnlessStopped) {
@@ -249,26 +258,26 @@ void frmSettings::ApplyToBoard() {
     if (callbacks_.applyToBoard) callbacks_.applyToBoard();
 }
 
-void frmSettings::Check1_Click() {
-    settings_.AniDraw = Check(1)->isChecked();
+void frmSettings::Check_Click(const char* key) {
+    settings_.SetNumber(key, CheckOf(key)->isChecked() ? 1 : 0);
     ApplyToBoard();
 }
 
 void frmSettings::Scroller1_Scroll(int value) {
     Label1_->setText(QString("(%1) ms").arg(value));
     Timer1_->SetInterval(value);
-    settings_.UpdateDelay = value;
+    settings_.SetNumber(DelayKey, value);
     ApplyToBoard();
 }
 
 void frmSettings::Scroller2_Scroll(int value) {
     Label2_->setText(QString("(%1) ms").arg(value));
-    settings_.HuntDelay = static_cast<std::int16_t>(value);
+    settings_.SetNumber(HuntKey, value);
 }
 
 void frmSettings::Timer1_Timer() {
     const QColor face = QApplication::palette().color(QPalette::Button);
-    if (!Check(1)->isChecked())
+    if (!CheckOf(AniDrawKey)->isChecked())
         ShowSample(face);
     else
         ShowSample(sampleColor_ == SampleRed ? face : SampleRed);
@@ -279,11 +288,6 @@ void frmSettings::ShowSample(const QColor& colour) {
     QPalette palette = Picture1_->palette();
     palette.setColor(QPalette::Window, colour);
     Picture1_->setPalette(palette);
-}
-
-void frmSettings::Check9_Click() {
-    settings_.UseExternalMusicFile = Check(9)->isChecked();
-    ApplyToBoard();
 }
 
 void frmSettings::Combo1_Click(int index) {

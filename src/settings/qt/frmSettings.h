@@ -30,6 +30,8 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <vector>
 
 class QCheckBox;
 class QComboBox;
@@ -77,6 +79,8 @@ public:
     // ---- the controls, for tests ------------------------------------------------------
     // Check1 to Check9 by their number (there is none 10 or above).
     QCheckBox* Check(int number) const;
+    // The check box of a setting, by the name of its key; null for a setting without one.
+    QCheckBox* CheckOf(std::string_view key) const;
     tolva::Scroller* Scroller1() const { return Scroller1_; }
     tolva::Scroller* Scroller2() const { return Scroller2_; }
     QLabel* Label1() const { return Label1_; }
@@ -107,11 +111,12 @@ private:
     void Form_Load();
     void Form_Unload();
 
-    void Check1_Click();
+    QCheckBox* AddCheck(QWidget* frame, int number, const char* key, bool atOnce, const char* caption,
+                        const char* tip, int x, int y);
+    void Check_Click(const char* key);
     void Scroller1_Scroll(int value);
     void Scroller2_Scroll(int value);
     void Timer1_Timer();
-    void Check9_Click();
     void Combo1_Click(int index);
     void Command1_Click();
     void Command2_Click();
@@ -128,7 +133,15 @@ private:
     QtPictureHolder background_;
     std::unique_ptr<Timer> Timer1_;
 
-    QCheckBox* checks_[9] = {};
+    // Each check box with the key of the setting it stands for. One that acts at once
+    // writes its setting and hands it to the board on every click; all are written back
+    // when the window closes.
+    struct BoundCheck {
+        const char* key;
+        QCheckBox* box;
+        bool atOnce;
+    };
+    std::vector<BoundCheck> checks_;
     tolva::Scroller* Scroller1_ = nullptr;
     tolva::Scroller* Scroller2_ = nullptr;
     QLabel* Label1_ = nullptr;
