@@ -6,6 +6,10 @@
 // pointer and the keys. The window, the game without a screen, tolva2-cli and the tests
 // all build their game here, so a change to how the parts meet is made once.
 //
+// The level sets and the saver stay with the composition roots: each root ties the level
+// sets to its own hiscore screen, the saver works on the level sets, and play and
+// autoplay load a set of their own without either.
+//
 // Two steps, because a relay is made from the session it hands the events on to: the
 // constructor makes the session, BuildBoard the board and what hangs on it. The parts
 // live as long as the builder and go in the order that keeps every pointer valid.
