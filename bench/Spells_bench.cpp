@@ -19,20 +19,7 @@ constexpr int Side = 40;
 class QuietListener final : public BoardListener {
 public:
     double score = 0;
-    void BricksRemoved(std::int16_t) override {}
-    void MouseMove(std::int16_t, std::int16_t) override {}
-    void GameOver() override {}
     void NewScore(double p) override { score += p; }
-    void NewSpell(std::int16_t) override {}
-    void NewLevel(std::int16_t) override {}
-    void SpellUsed(std::int16_t) override {}
-    void BonusScore(double, std::int16_t) override {}
-    void BonusTimes(std::int16_t) override {}
-    void CanDoNextMove() override {}
-    void ResourceLoaded(const std::string&) override {}
-    void SpellInUse(bool) override {}
-    void RemoveClick(std::int16_t) override {}
-    void SpellClick(std::int16_t, std::int16_t) override {}
 };
 
 struct Bench {

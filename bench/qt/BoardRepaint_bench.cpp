@@ -10,6 +10,7 @@
 #include "support/platform/qt/QtPictureHolder.h"
 #include "board/qt/QtPictureStore.h"
 #include "session/BoardFocus.h"
+#include "session/GameBuilder.h"
 #include "session/GameSession.h"
 #include "session/HeadlessSessionView.h"
 
@@ -161,22 +162,17 @@ struct FocusOnScreen {
     StatLog Stats{"/dev/null"};
     WindowOpener Windows;
     PaintCounter Painted;
-    std::unique_ptr<GameSession> Session;
-    std::unique_ptr<TolvaBoard> Board;
-    std::unique_ptr<BoardFocus> Focus;
+    GameBuilder Built{GameParts{*Game, Settings, {Loop, Widget, Pictures, Sound, Dialog, Rng}, View,
+                                SessionServices{Services, Stats, Services, Windows}}};
+    TolvaBoard& Board = Built.BuildBoard();
+    BoardFocus* Focus = &Built.Focus();
 
     FocusOnScreen() {
-        const BoardPlatform platform{Loop, Widget, Pictures, Sound, Dialog, Rng};
-        Session = std::make_unique<GameSession>(*Game, Settings, platform, View,
-                                                SessionServices{Services, Stats, Services, Windows});
-        Board = std::make_unique<TolvaBoard>(*Game, Settings, platform, *Session);
-        Session->AttachBoard(*Board);
-        Focus = std::make_unique<BoardFocus>(*Board, *Session, Settings, View);
-        Widget.AttachBoard(Board.get());
-        Widget.AttachMarks(Focus.get());
+        Widget.AttachBoard(&Board);
+        Widget.AttachMarks(Focus);
         Focus->SetMarksView(&Widget);
         std::uint32_t seed = 12345;
-        StartOnScreen(*Board, *Game, Widget, Painted, [&seed](int, int) {
+        StartOnScreen(Board, *Game, Widget, Painted, [&seed](int, int) {
             seed = seed * 1103515245u + 12345u;
             return static_cast<int>((seed >> 16) % 4);
         });
@@ -184,8 +180,6 @@ struct FocusOnScreen {
     ~FocusOnScreen() {
         Widget.AttachMarks(nullptr);
         Widget.AttachBoard(nullptr);
-        Focus.reset();
-        Board.reset();
     }
 };
 

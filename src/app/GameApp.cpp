@@ -15,8 +15,8 @@
 #include "controls/IA.h"
 #include "session/GameLevelSets.h"
 #include "session/BoardFocus.h"
+#include "session/GameBuilder.h"
 #include "session/GameSaver.h"
-#include "session/UndoHistory.h"
 #include "session/GameSession.h"
 #include "audio/Music.h"
 #include "audio/MusicPlayer.h"
@@ -82,14 +82,14 @@ void GameApp::MakeServices() {
     windows_.Register(GameWindow::Help, [this] { ShowHelp(window_.get(), *dialogs_); });
     windows_.Register(GameWindow::Settings, [this] {
         frmSettings::ShowModal(settings_, loop_,
-                               {[this] { board_->ApplyActionSettings(settings_); }, [this] { StartMusic(); },
+                               {[this] { Board().ApplyActionSettings(settings_); }, [this] { StartMusic(); },
                                 [this] { StopMusicUnlessStopped(); }},
                                BoardOnScreen(), window_.get());
         // The hunt delay reaches the board only now that the window has closed.
-        board_->SetHuntDelay(settings_.HuntDelay);
+        Board().SetHuntDelay(settings_.HuntDelay);
     });
     windows_.Register(GameWindow::Statistics, [this] {
-        OpenStatistics(statistics_, {AppPath() + "stat.ini", session_->IsDefaultSet, *dialogs_, loop_, window_.get()});
+        OpenStatistics(statistics_, {AppPath() + "stat.ini", Session().IsDefaultSet, *dialogs_, loop_, window_.get()});
     });
     windows_.Register(GameWindow::About, [this] {
         frmAbout about(loop_, *dialogs_, BoardOnScreen(), window_.get());
@@ -100,8 +100,8 @@ void GameApp::MakeServices() {
         if (browser.isEmpty() && QFileInfo::exists(folder + "/libtolva2_webbrowser.so"))
             browser = folder + "/libtolva2_webbrowser.so";
     RegisterHiscoreWebWindows(windows_, {hiscores_->Table(), settings_, *dialogs_, window_.get(),
-                                         [this] { return session_->IsDefaultSet; },
-                                         [this] { return session_->GameRunning; }, browser});
+                                         [this] { return Session().IsDefaultSet; },
+                                         [this] { return Session().GameRunning; }, browser});
 }
 
 QRect GameApp::BoardOnScreen() const {
@@ -138,30 +138,26 @@ GameApp::GameApp(EventLoop& loop, std::string commandLine, Dialogs* dialogs)
     eBack_ = MakeStandardBackground();
     MakeServices();
 
-    const BoardPlatform platform{loop_, window_->BoardView(), *pictures_, *sound_, *dialogs_, *rng_};
-    session_ = std::make_unique<GameSession>(*game_, settings_, platform, *window_,
-                                             SessionServices{*hiscores_, stats_, *idle_, windows_});
-    board_ = std::make_unique<TolvaBoard>(*game_, settings_, platform, *session_);
-    session_->AttachBoard(*board_);
-    window_->BoardView().AttachBoard(board_.get());
-    GiveBuiltinPictures(*board_);
-    board_->SetTestTubeAnimation(testTube_.get());
-    new BonusScreenView(*board_);   // lives on the board's widget
-    levelSets_ = std::make_unique<GameLevelSets>(*game_, *session_, *board_, *window_, *dialogs_, loop_);
+    built_ = std::make_unique<GameBuilder>(
+        GameParts{*game_, settings_, {loop_, window_->BoardView(), *pictures_, *sound_, *dialogs_, *rng_}, *window_,
+                  SessionServices{*hiscores_, stats_, *idle_, windows_}});
+    TolvaBoard& board = built_->BuildBoard();
+    window_->BoardView().AttachBoard(&board);
+    GiveBuiltinPictures(board);
+    board.SetTestTubeAnimation(testTube_.get());
+    new BonusScreenView(board);   // lives on the board's widget
+    levelSets_ = std::make_unique<GameLevelSets>(*game_, Session(), board, *window_, *dialogs_, loop_);
     ConnectHiscoreTable(*levelSets_, *hiscores_, *window_, *dialogs_);
 
-    focus_ = std::make_unique<BoardFocus>(*board_, *session_, settings_, *window_);
-    focus_->SetMarksView(&window_->BoardView());
-    window_->BoardView().AttachMarks(focus_.get());
-    undo_ = std::make_unique<UndoHistory>(*board_, *session_);
-    board_->SetMoveWatcher(undo_.get());
-    saver_ = std::make_unique<GameSaver>(*game_, *session_, *board_, *levelSets_, *dialogs_);
+    built_->Focus().SetMarksView(&window_->BoardView());
+    window_->BoardView().AttachMarks(&built_->Focus());
+    saver_ = std::make_unique<GameSaver>(*game_, Session(), board, *levelSets_, *dialogs_);
 
-    window_->StandardBackground = [this] { board_->SetBackPicture(*eBack_); };
-    window_->Attach({session_.get(), board_.get(), &windows_, [this] { return startup_->Form_Unload(); },
-                     [this](int index) { ChooseLevelSet(index); }, focus_.get(), undo_.get(), saver_.get(),
+    window_->StandardBackground = [this] { Board().SetBackPicture(*eBack_); };
+    window_->Attach({&Session(), &board, &windows_, [this] { return startup_->Form_Unload(); },
+                     [this](int index) { ChooseLevelSet(index); }, &built_->Focus(), &built_->Undo(), saver_.get(),
                      [this] { SaveAndQuit(); }, [this] { ResumeSavedGame(); }});
-    startup_ = std::make_unique<GameStartup>(StartupParts{*game_, settings_, *session_, *board_, *levelSets_,
+    startup_ = std::make_unique<GameStartup>(StartupParts{*game_, settings_, Session(), board, *levelSets_,
                                                           *window_, *dialogs_, *rng_, *sound_, *this,
                                                           [this] { musicPending_ = true; },
                                                           [this] { if (music_) music_->StopMod(); },
@@ -174,12 +170,8 @@ GameApp::~GameApp() {
     window_->Attach({});
     window_->BoardView().AttachBoard(nullptr);
     window_->BoardView().AttachMarks(nullptr);
-    focus_.reset();
     saver_.reset();
-    board_->SetMoveWatcher(nullptr);
-    undo_.reset();
-    board_.reset();
-    session_.reset();
+    built_.reset();
     idle_.reset();
     kedelig_.reset();
     testTube_.reset();
@@ -198,7 +190,7 @@ void GameApp::ChooseLevelSet(int index) {
 
 void GameApp::SaveAndQuit() {
     if (!saver_->Save()) return;
-    session_->LeaveWithoutOffering();
+    Session().LeaveWithoutOffering();
     window_->ExitNow();
 }
 
@@ -224,7 +216,7 @@ void GameApp::LoadGfx() {
     StartupTrace::Mark("loading window shown");
     // The false desktop's picture, made by the X server while the game loads.
     x11::PrepareScreenCopy(window_->frameGeometry().size());
-    board_->SetBackPicture(*eBack_);
+    Board().SetBackPicture(*eBack_);
     window_->LoadGfx();
 }
 
@@ -234,7 +226,7 @@ void GameApp::LoadUnseenPictures() {
     // any key or click can reach the game, and the false desktop still covers the window.
     // The bonus screen and the effect strips wait for their first showing: most first
     // levels never show them, and a game need not hold their pictures until then.
-    board_->LoadResources(/*whenFirstNeeded=*/true);
+    Board().LoadResources(/*whenFirstNeeded=*/true);
     window_->LoadGamePictures();
     EndStartupMemory();
     StartupTrace::Mark("the pictures a game shows");

@@ -8,6 +8,7 @@
 //
 // Every subsystem's window is registered here with one line; the main window only names
 // the window it wants (GameWindow) and never knows how it is made.
+#include "session/GameBuilder.h"
 #include "session/GameStartup.h"
 #include "settings/GameSettings.h"
 #include "shared/LevelModule.h"
@@ -25,9 +26,8 @@
 namespace tolva {
 
 class AudioPluginLoader;
-class BoardFocus;
+class GameBuilder;
 class GameSaver;
-class UndoHistory;
 class Dialogs;
 class EventLoop;
 class GameLevelSets;
@@ -60,8 +60,8 @@ public:
     bool Start(std::uint64_t seed);
 
     frmMain& Window() { return *window_; }
-    GameSession& Session() { return *session_; }
-    TolvaBoard& Board() { return *board_; }
+    GameSession& Session() { return built_->Session(); }
+    TolvaBoard& Board() { return built_->Board(); }
     GameSettings& Settings() { return settings_; }
     GameLevelSets& LevelSets() { return *levelSets_; }
     LevelModule& Game() { return *game_; }
@@ -113,10 +113,7 @@ private:
     QPointer<frmStatistics> statistics_;
     // The settings asked for music at start-up; it waits for the first window shown.
     bool musicPending_ = false;
-    std::unique_ptr<GameSession> session_;
-    std::unique_ptr<TolvaBoard> board_;
-    std::unique_ptr<BoardFocus> focus_;
-    std::unique_ptr<UndoHistory> undo_;
+    std::unique_ptr<GameBuilder> built_;
     std::unique_ptr<GameSaver> saver_;
     std::unique_ptr<GameLevelSets> levelSets_;
     std::unique_ptr<GameStartup> startup_;

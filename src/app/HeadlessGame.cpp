@@ -7,9 +7,8 @@
 #include "hiscores/HeadlessHiscoreView.h"
 #include "hiscores/HiscoreKeeper.h"
 #include "session/GameLevelSets.h"
-#include "session/BoardFocus.h"
+#include "session/GameBuilder.h"
 #include "session/GameSaver.h"
-#include "session/UndoHistory.h"
 #include "session/GameSession.h"
 #include "session/HeadlessSessionView.h"
 #include "shared/LevelModule.h"
@@ -44,33 +43,25 @@ HeadlessGame::HeadlessGame(HeadlessEventLoop& loop, Dialogs& dialogs)
       hiscores_(std::make_unique<HiscoreKeeper>(loop, *hiscoreView_)) {
     idle_ = std::make_unique<IdleMascot>(*kedelig_, *sound_, loop_, *rng_, settings_,
                                          [this] { return game_->NoSpellBusy; });
-    const BoardPlatform platform{loop_, *surface_, *pictures_, *sound_, dialogs_, *rng_};
-    session_ = std::make_unique<GameSession>(*game_, settings_, platform, *view_,
-                                             SessionServices{*hiscores_, stats_, *idle_, windows_});
-    board_ = std::make_unique<TolvaBoard>(*game_, settings_, platform, *session_);
-    session_->AttachBoard(*board_);
-    board_->SetTestTubeAnimation(testTube_.get());
-    focus_ = std::make_unique<BoardFocus>(*board_, *session_, settings_, *view_);
-    undo_ = std::make_unique<UndoHistory>(*board_, *session_);
-    board_->SetMoveWatcher(undo_.get());
+    built_ = std::make_unique<GameBuilder>(GameParts{*game_, settings_,
+                                                     {loop_, *surface_, *pictures_, *sound_, dialogs_, *rng_},
+                                                     *view_, SessionServices{*hiscores_, stats_, *idle_, windows_}});
+    built_->BuildBoard();
+    built_->Board().SetTestTubeAnimation(testTube_.get());
 
-    levelSets_ = std::make_unique<GameLevelSets>(*game_, *session_, *board_, *view_, dialogs_, loop_);
+    levelSets_ = std::make_unique<GameLevelSets>(*game_, Session(), Board(), *view_, dialogs_, loop_);
     ConnectHiscoreTable(*levelSets_, *hiscores_, *view_, dialogs_);
-    saver_ = std::make_unique<GameSaver>(*game_, *session_, *board_, *levelSets_, dialogs_);
+    saver_ = std::make_unique<GameSaver>(*game_, Session(), Board(), *levelSets_, dialogs_);
     // Without a sound device there is no music to start or stop.
     startup_ = std::make_unique<GameStartup>(StartupParts{
-        *game_, settings_, *session_, *board_, *levelSets_, *view_, dialogs_, *rng_, *sound_, *this, {}, {},
+        *game_, settings_, Session(), Board(), *levelSets_, *view_, dialogs_, *rng_, *sound_, *this, {}, {},
         [this] { levelSets_->HiscoreSaver(); }});
 }
 
 HeadlessGame::~HeadlessGame() {
     // The board holds the test tube's strip and the session the mascot: they go first.
-    focus_.reset();
     saver_.reset();
-    board_->SetMoveWatcher(nullptr);
-    undo_.reset();
-    board_.reset();
-    session_.reset();
+    built_.reset();
 }
 
 bool HeadlessGame::Start(const std::string& commandLine, std::uint64_t seed) {
@@ -96,7 +87,7 @@ bool HeadlessGame::ChooseLevelSet(const std::string& folder) {
 
 void HeadlessGame::LoadGfx() {
     view_->ShowLoading();
-    board_->LoadResources();
+    Board().LoadResources();
     testTube_->LoadStrip(AppPath() + "data\\17.bmp");
     kedelig_->LoadStrip(AppPath() + "data\\9.bmp");
 }

@@ -9,6 +9,7 @@
 // The windows that keys and menus open (help, settings, statistics, about, the Internet
 // hiscores) have no headless form: their entries do nothing here. The credits of the first
 // start and the falling desktop are the screen's, so the start-up skips them.
+#include "session/GameBuilder.h"
 #include "session/GameStartup.h"
 #include "settings/GameSettings.h"
 #include "stats/StatLog.h"
@@ -20,9 +21,8 @@
 
 namespace tolva {
 
-class BoardFocus;
+class GameBuilder;
 class GameSaver;
-class UndoHistory;
 class Dialogs;
 class GameLevelSets;
 class GameSession;
@@ -55,10 +55,10 @@ public:
     // level-set" menu does. False, and nothing changed, when no set of the menu is there.
     bool ChooseLevelSet(const std::string& folder);
 
-    GameSession& Session() { return *session_; }
-    TolvaBoard& Board() { return *board_; }
-    BoardFocus& Focus() { return *focus_; }
-    UndoHistory& Undo() { return *undo_; }
+    GameSession& Session() { return built_->Session(); }
+    TolvaBoard& Board() { return built_->Board(); }
+    BoardFocus& Focus() { return built_->Focus(); }
+    UndoHistory& Undo() { return built_->Undo(); }
     GameSaver& Saver() { return *saver_; }
     LevelModule& Game() { return *game_; }
     GameSettings& Settings() { return settings_; }
@@ -92,10 +92,7 @@ private:
     std::unique_ptr<HiscoreKeeper> hiscores_;
     std::unique_ptr<IdleMascot> idle_;
     WindowOpener windows_;
-    std::unique_ptr<GameSession> session_;
-    std::unique_ptr<TolvaBoard> board_;
-    std::unique_ptr<BoardFocus> focus_;
-    std::unique_ptr<UndoHistory> undo_;
+    std::unique_ptr<GameBuilder> built_;
     std::unique_ptr<GameSaver> saver_;
     std::unique_ptr<GameLevelSets> levelSets_;
     std::unique_ptr<GameStartup> startup_;

@@ -6,6 +6,7 @@
 // view and services write down what it shows and asks for; the game folder is a fresh
 // temporary folder, so the statistics file lands there.
 #include "BoardFixture.h"
+#include "session/GameBuilder.h"
 #include "session/GameSession.h"
 #include "session/HeadlessSessionView.h"
 #include "support/TempFolder.h"
@@ -63,11 +64,11 @@ public:
     explicit SpellSessionFixture(Random* rng = nullptr)
         : Game(std::make_unique<LevelModule>()),
           Stats(Folder / "stat.ini"),
-          Session(*Game, Settings, MakePlatform(rng), View, SessionServices{Services, Stats, Services, Windows}),
+          Built(GameParts{*Game, Settings, MakePlatform(rng), View, SessionServices{Services, Stats, Services, Windows}}),
+          Session(Built.Session()),
           Forward(Events, Session),
-          Board(*Game, Settings, MakePlatform(rng), Forward) {
+          Board(Built.BuildBoard(&Forward)) {
         SetAppPath(Folder.Path());
-        Session.AttachBoard(Board);
     }
 
     TempFolder Folder;
@@ -79,9 +80,10 @@ public:
     SpellSessionServices Services;
     WindowOpener Windows;
     StatLog Stats;
-    GameSession Session;
+    GameBuilder Built;
+    GameSession& Session;
     RecordAndForward Forward;
-    TolvaBoard Board;
+    TolvaBoard& Board;
 
     void SetLevel(int number, const std::vector<std::string>& rows, const std::vector<std::string>& spells = {}) {
         FillLevel(Game->Levels[static_cast<std::size_t>(number - 1)], "LEVEL " + std::to_string(number), rows, spells);

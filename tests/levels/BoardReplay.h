@@ -42,22 +42,12 @@ public:
     bool emptyAtBonus = false;
 
     void BricksRemoved(std::int16_t) override { ++removals; }
-    void MouseMove(std::int16_t, std::int16_t) override {}
     void GameOver() override { ++gameOvers; }
-    void NewScore(double) override {}
     void NewSpell(std::int16_t) override { ++spellsCollected; }
-    void NewLevel(std::int16_t) override {}
-    void SpellUsed(std::int16_t) override {}
     void BonusScore(double, std::int16_t) override {
         ++bonusScores;
         emptyAtBonus = board->CheckIfFinished();
     }
-    void BonusTimes(std::int16_t) override {}
-    void CanDoNextMove() override {}
-    void ResourceLoaded(const std::string&) override {}
-    void SpellInUse(bool) override {}
-    void RemoveClick(std::int16_t) override {}
-    void SpellClick(std::int16_t, std::int16_t) override {}
 };
 
 struct ReplayOutcome {

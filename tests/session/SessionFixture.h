@@ -1,11 +1,12 @@
 #pragma once
-// A whole game without a window: the board and the session on the headless platform,
-// with a view and services that write down what the session shows and asks for, and a
+// A whole game without a window: the board and the session on the headless platform, built
+// as the game builds them, with a view and services that write down what the session shows and asks for, and a
 // counting listener between board and session. The game folder is a fresh temporary
 // folder, so stat.ini lands there. The random numbers may be given by the test.
 #include "board/BoardFixture.h"
 #include "levels/LevelSetReader.h"
 #include "session/CountingListener.h"
+#include "session/GameBuilder.h"
 #include "session/GameSession.h"
 #include "session/HeadlessSessionView.h"
 #include "support/TempFolder.h"
@@ -41,11 +42,11 @@ public:
     explicit SessionFixture(Random* rng = nullptr)
         : Game(std::make_unique<LevelModule>()),
           Stats(Folder / "stat.ini"),
-          Session(*Game, Settings, MakePlatform(rng), View, SessionServices{Services, Stats, Services, Windows}),
+          Built(GameParts{*Game, Settings, MakePlatform(rng), View, SessionServices{Services, Stats, Services, Windows}}),
+          Session(Built.Session()),
           Events(Session),
-          Board(*Game, Settings, MakePlatform(rng), Events) {
+          Board(Built.BuildBoard(&Events)) {
         SetAppPath(Folder.Path());
-        Session.AttachBoard(Board);
         Board.AniDraw = false;
     }
 
@@ -57,9 +58,10 @@ public:
     RecordingServices Services;
     WindowOpener Windows;
     StatLog Stats;
-    GameSession Session;
+    GameBuilder Built;
+    GameSession& Session;
     CountingListener Events;
-    TolvaBoard Board;
+    TolvaBoard& Board;
 
     void SetLevel(int number, const std::vector<std::string>& rows, const std::vector<std::string>& spells = {}) {
         FillLevel(Game->Levels[static_cast<std::size_t>(number - 1)], "LEVEL " + std::to_string(number), rows, spells);

@@ -25,6 +25,7 @@
 
 #include "board/TolvaBoard.h"
 #include "levels/LevelSetReader.h"
+#include "session/GameBuilder.h"
 #include "session/GameSession.h"
 #include "settings/GameSettings.h"
 #include "support/ZenkorModule.h"
@@ -111,8 +112,9 @@ private:
     TableFreeHiscores hiscores_;
     NoIdleMascot idle_;
     WindowOpener windows_;
-    GameSession session_;
-    TolvaBoard board_;
+    GameBuilder built_;
+    GameSession& session_;
+    TolvaBoard& board_;
 
     std::int64_t levelStarts_ = 0;
     std::int16_t currentLevel_ = 0;
@@ -131,9 +133,8 @@ private:
 
 AutoplayRun::AutoplayRun(const RunOptions& options)
     : options_(options), host_(options.seed), game_(std::make_unique<LevelModule>()),
-      session_(*game_, settings_, host_.Platform(), view_, SessionServices{hiscores_, stats_, idle_, windows_}),
-      board_(*game_, settings_, host_.Platform(), *this) {
-    session_.AttachBoard(board_);
+      built_(GameParts{*game_, settings_, host_.Platform(), view_, SessionServices{hiscores_, stats_, idle_, windows_}}),
+      session_(built_.Session()), board_(built_.BuildBoard(this)) {
     settings_.MakeStat = false;
     settings_.AniDraw = options.aniDraw.value_or(settings_.AniDraw);
     board_.ApplySettings(settings_);

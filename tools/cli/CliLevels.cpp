@@ -170,17 +170,6 @@ public:
     void BricksRemoved(std::int16_t) override { ++removals_; }
     void BonusScore(double, std::int16_t) override { cleared_ = true; }
     void GameOver() override { gameOver_ = true; }
-    void MouseMove(std::int16_t, std::int16_t) override {}
-    void NewScore(double) override {}
-    void NewSpell(std::int16_t) override {}
-    void NewLevel(std::int16_t) override {}
-    void SpellUsed(std::int16_t) override {}
-    void BonusTimes(std::int16_t) override {}
-    void CanDoNextMove() override {}
-    void ResourceLoaded(const std::string&) override {}
-    void SpellInUse(bool) override {}
-    void RemoveClick(std::int16_t) override {}
-    void SpellClick(std::int16_t, std::int16_t) override {}
 
 private:
     int removals_ = 0;

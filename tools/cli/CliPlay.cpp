@@ -17,6 +17,7 @@
 
 #include "board/TolvaBoard.h"
 #include "levels/LevelSetReader.h"
+#include "session/GameBuilder.h"
 #include "session/GameSession.h"
 #include "shared/GameText.h"
 #include "settings/GameSettings.h"
@@ -82,9 +83,8 @@ class PlayGame {
 public:
     explicit PlayGame(std::uint64_t seed)
         : host_(seed), game_(std::make_unique<LevelModule>()),
-          session_(*game_, settings_, host_.Platform(), view_, SessionServices{hiscores_, stats_, idle_, windows_}),
-          printer_(std::cout, session_), board_(*game_, settings_, host_.Platform(), printer_) {
-        session_.AttachBoard(board_);
+          built_(GameParts{*game_, settings_, host_.Platform(), view_, SessionServices{hiscores_, stats_, idle_, windows_}}),
+          session_(built_.Session()), printer_(std::cout, session_), board_(built_.BuildBoard(&printer_)) {
         settings_.MakeStat = false;
         board_.ApplySettings(settings_);
     }
@@ -106,9 +106,10 @@ private:
     TableFreeHiscores hiscores_;
     NoIdleMascot idle_;
     WindowOpener windows_;
-    GameSession session_;
+    GameBuilder built_;
+    GameSession& session_;
     PrintingListener printer_;
-    TolvaBoard board_;
+    TolvaBoard& board_;
 };
 
 std::string PlayGame::Run(const std::string& line) {
