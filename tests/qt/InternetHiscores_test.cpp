@@ -224,7 +224,9 @@ TEST(InternetHiscores, TheSubmissionPostsTheTableAndShowsTheAnswer) {
             EXPECT_EQ(Child<QPushButton>(dialog, "Command2")->text(), "Show hiscores in default browser");
         }
         // The browser shows from the moment it is sent to the page, before any answer.
-        if (game.PageLeft()) EXPECT_TRUE(BrowserShown(dialog));
+        if (game.PageLeft()) {
+            EXPECT_TRUE(BrowserShown(dialog));
+        }
         pageWhileOpen = pageWhileOpen || game.PageLeft();
         if (endpoint.Requests.empty() || !BrowserShown(dialog)) return false;
         if (Child<QWidget>(dialog, "WebBrowser1")->property("title").toString() != "ANSWER POST") return false;
