@@ -70,7 +70,7 @@ bool ReplaceFileContents(const std::string& nativePath, const std::string& bytes
 std::string ResolveStoredPath(const std::string& storedPath);
 
 // Makes the native `folder` and every missing folder above it, each the owner's only, as
-// the base directory specification asks of a player's data folder. True if it is there.
+// the desktop's rules for $XDG_DATA_HOME want of a player's data folder. True if it is there.
 bool MakeFolderChain(const std::string& folder);
 
 } // namespace tolva::detail
