@@ -135,9 +135,8 @@ private:
     void LoadButtonPictures(Ebutton& button, const char* out, const char* over, const char* label);
     void OpenGameMenu(const QPoint& at);
     void MakeMoveEntries();
-    // The keys of the entries beyond the game's own keys (undo, save, resume); true if
-    // the key was one of them.
-    bool MoveKey(const QKeyEvent& event);
+    // The keys of the entries beyond the game's own keys: undo, save, resume.
+    void MoveKey(const QKeyEvent& event);
 
     EventLoop& loop_;
     Routes routes_;

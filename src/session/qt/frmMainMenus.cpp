@@ -203,21 +203,15 @@ void frmMain::MakeMoveEntries() {
     mnuUndo_->setShortcutContext(Qt::WidgetShortcut);
 }
 
-bool frmMain::MoveKey(const QKeyEvent& event) {
+void frmMain::MoveKey(const QKeyEvent& event) {
     const bool ctrl = event.modifiers() & Qt::ControlModifier;
     if ((ctrl && event.key() == Qt::Key_Z) || (!ctrl && event.key() == Qt::Key_Backspace)) {
         if (routes_.Undo) routes_.Undo->Undo();
-        return true;
-    }
-    if (ctrl && event.key() == Qt::Key_S) {
+    } else if (ctrl && event.key() == Qt::Key_S) {
         if (routes_.SaveAndQuit && routes_.Saver && routes_.Saver->CanSave()) routes_.SaveAndQuit();
-        return true;
-    }
-    if (event.key() == Qt::Key_F3) {
+    } else if (event.key() == Qt::Key_F3) {
         if (routes_.Resume && routes_.Saver && routes_.Saver->HasSave()) routes_.Resume();
-        return true;
     }
-    return false;
 }
 
 void frmMain::Game_Click() {
