@@ -200,10 +200,11 @@ TEST(ScrollerValue, TrackPressAndKeysCentreTheKnobWithinTheEnds) {
 }
 
 TEST(Scroller, BuiltInKnobsAndSizeToKnob) {
-    const QImage h = Scroller::DefKnob(0), v = Scroller::DefKnob(1);
-    EXPECT_EQ(h.size(), QSize(11, 21));
-    EXPECT_EQ(v.size(), QSize(21, 11));
-
+    // The built-in knob is lit from the top left.
+    const QImage knob = Scroller::DefKnob(0);
+    const QColor lit(knob.pixel(1, 1)), shade(knob.pixel(9, 19)), body(knob.pixel(3, 8));
+    EXPECT_GT(lit.lightness(), body.lightness());
+    EXPECT_LT(shade.lightness(), body.lightness());
     Slider s;
     EXPECT_EQ(s.Control.height(), 21);   // a horizontal slider takes the knob's height
     EXPECT_EQ(s.Knob()->size(), QSize(11, 21));
