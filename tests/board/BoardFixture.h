@@ -10,6 +10,7 @@
 #include "board/BoardListener.h"
 #include "shared/LevelModule.h"
 #include "board/TolvaBoard.h"
+#include "support/ZenkorModule.h"
 #include "testsupport/HeadlessPlatform.h"
 
 #include <gtest/gtest.h>
@@ -101,6 +102,13 @@ private:
         if (OnEvent) OnEvent(e);
     }
 };
+
+// The sound files played so far, as named inside the game folder.
+inline std::vector<std::string> SoundFiles(const RecordingSoundEffects& sound) {
+    std::vector<std::string> out;
+    for (const auto& call : sound.Calls()) out.push_back(call.File.substr(AppPath().size()));
+    return out;
+}
 
 // Random numbers given by the test, one after the other.
 class SequenceRandom final : public Random {

@@ -6,6 +6,7 @@
 // view and services write down what it shows and asks for; the game folder is a fresh
 // temporary folder, so the statistics file lands there.
 #include "BoardFixture.h"
+#include "session/SessionFixture.h"
 #include "session/GameBuilder.h"
 #include "session/GameSession.h"
 #include "session/HeadlessSessionView.h"
@@ -20,19 +21,6 @@
 namespace tolva::testing {
 
 using SpellSessionView = HeadlessSessionView;
-
-class SpellSessionServices final : public HiscoreService, public IdleAnimation {
-public:
-    std::vector<std::string> Calls;
-
-    void CheckIfHiScore(double, std::int16_t) override { Calls.push_back("CheckIfHiScore"); }
-    void PrintHiScore(std::int16_t place, std::int32_t, std::int32_t) override {
-        Calls.push_back("PrintHiScore(" + std::to_string(place) + ")");
-    }
-    // No table stands behind these tests: a score never has a place in it.
-    std::int16_t CheckHiscorePlace(double) const override { return -1; }
-    void RestartIdle() override {}
-};
 
 // Writes each event down, then hands it to the session.
 class RecordAndForward final : public BoardListener {
@@ -77,7 +65,7 @@ public:
     std::unique_ptr<LevelModule> Game;
     RecordingListener Events;
     SpellSessionView View;
-    SpellSessionServices Services;
+    RecordingServices Services;
     WindowOpener Windows;
     StatLog Stats;
     GameBuilder Built;
