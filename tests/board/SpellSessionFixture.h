@@ -20,8 +20,6 @@
 
 namespace tolva::testing {
 
-using SpellSessionView = HeadlessSessionView;
-
 // Writes each event down, then hands it to the session.
 class RecordAndForward final : public BoardListener {
 public:
@@ -52,7 +50,7 @@ public:
     explicit SpellSessionFixture(Random* rng = nullptr)
         : Game(std::make_unique<LevelModule>()),
           Stats(Folder / "stat.ini"),
-          Built(GameParts{*Game, Settings, MakePlatform(rng), View, SessionServices{Services, Stats, Services, Windows}}),
+          Built(GameParts{*Game, Settings, WithRandom(Host, rng), View, SessionServices{Services, Stats, Services, Windows}}),
           Session(Built.Session()),
           Forward(Events, Session),
           Board(Built.BuildBoard(&Forward)) {
@@ -64,7 +62,7 @@ public:
     GameSettings Settings;
     std::unique_ptr<LevelModule> Game;
     RecordingListener Events;
-    SpellSessionView View;
+    RecordingView View;
     RecordingServices Services;
     WindowOpener Windows;
     StatLog Stats;
@@ -83,26 +81,10 @@ public:
         Events.Take();
         Host.Sound.ClearCalls();
     }
-    void Click(int x, int y, std::int16_t button = 1) {
-        float fx = static_cast<float>(x), fy = static_cast<float>(y);
-        Board.ClickOnBrick(fx, fy, button);
-    }
-    std::vector<std::string> Rows() const {
-        std::vector<std::string> rows;
-        for (int y = 0; y < Board.xBricks(); ++y) {
-            std::string row;
-            for (int x = 0; x < Board.xBricks(); ++x) row += CharFromCell(Board.Bricks(x, y));
-            rows.push_back(row);
-        }
-        return rows;
-    }
+    void Click(int x, int y, std::int16_t button = 1) { ClickCell(Board, x, y, button); }
+    std::vector<std::string> Rows() const { return BoardRows(Board); }
     std::int16_t Stock(int spell) const { return Session.SpellStock[static_cast<std::size_t>(spell)]; }
 
-private:
-    BoardPlatform MakePlatform(Random* rng) {
-        BoardPlatform p = Host.Platform();
-        return rng != nullptr ? BoardPlatform{p.Loop, p.Surface, p.Pictures, p.Sound, p.Dialog, *rng} : p;
-    }
 };
 
 } // namespace tolva::testing
