@@ -36,15 +36,10 @@ TEST(GameSession, AGameRunsFromLevelToLevelAndEndsOnADeadBoard) {
     EXPECT_EQ(f.Label(SessionLabel::Clicks), "CLICKS: 1");
 
     // On a 2 x 2 board every pair is at least the side less one: two steps of the level
-    // bonus, counted up on the bonus screen through NewScore, with a fanfare.
-    f.Host.Sound.ClearCalls();
+    // bonus, counted up through NewScore (the count's screen and sounds are the bonus
+    // sequence's tests).
     f.Click(0, 1);
     EXPECT_EQ(f.Session.Score, 8 + 2 * 100000);
-    EXPECT_EQ(f.Label(SessionLabel::Bonus), "0");
-    ASSERT_FALSE(f.Host.Sound.Calls().empty());
-    const std::string fanfare = f.Host.Sound.Calls().front().File;
-    EXPECT_TRUE(fanfare == AppPath() + "data\\11.wav" || fanfare == AppPath() + "data\\12.wav" ||
-                fanfare == AppPath() + "data\\13.wav") << fanfare;
     EXPECT_EQ(f.Label(SessionLabel::Level), "2");
     EXPECT_EQ(f.Label(SessionLabel::LevelCode), "LEVEL-CODE:" + LevelCodes::CodeOf(2));
     // Level 1 was logged as finished when level 2 began.
