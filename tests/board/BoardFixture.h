@@ -10,6 +10,7 @@
 #include "board/BoardListener.h"
 #include "shared/LevelModule.h"
 #include "board/TolvaBoard.h"
+#include "support/ZenkorModule.h"
 #include "testsupport/HeadlessPlatform.h"
 
 #include <gtest/gtest.h>
@@ -102,6 +103,36 @@ private:
     }
 };
 
+// The board in use as board text.
+inline std::vector<std::string> BoardRows(const TolvaBoard& board) {
+    std::vector<std::string> rows;
+    for (int y = 0; y < board.xBricks(); ++y) {
+        std::string row;
+        for (int x = 0; x < board.xBricks(); ++x) row += CharFromCell(board.Bricks(x, y));
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+// A click in the middle of cell (x, y), by the same road as automatic play.
+inline void ClickCell(TolvaBoard& board, int x, int y, std::int16_t button = 1) {
+    float fx = static_cast<float>(x), fy = static_cast<float>(y);
+    board.ClickOnBrick(fx, fy, button);
+}
+
+// The host's parts, with the test's random numbers in place of the seeded ones if given.
+inline BoardPlatform WithRandom(HeadlessPlatform& host, Random* rng) {
+    BoardPlatform p = host.Platform();
+    return rng != nullptr ? BoardPlatform{p.Loop, p.Surface, p.Pictures, p.Sound, p.Dialog, *rng} : p;
+}
+
+// The sound files played so far, as named inside the game folder.
+inline std::vector<std::string> SoundFiles(const RecordingSoundEffects& sound) {
+    std::vector<std::string> out;
+    for (const auto& call : sound.Calls()) out.push_back(call.File.substr(AppPath().size()));
+    return out;
+}
+
 // Random numbers given by the test, one after the other.
 class SequenceRandom final : public Random {
 public:
@@ -124,7 +155,7 @@ class BoardFixture {
 public:
     explicit BoardFixture(Random* rng = nullptr)
         : Game(std::make_unique<LevelModule>()),
-          Board(*Game, Settings, MakePlatform(rng), Events) {}
+          Board(*Game, Settings, WithRandom(Host, rng), Events) {}
 
     HeadlessPlatform Host;
     GameSettings Settings;
@@ -145,16 +176,7 @@ public:
         Host.Surface.ClearRecords();
     }
     // The board in use as text.
-    std::vector<std::string> Rows() const {
-        std::vector<std::string> rows;
-        const int n = Board.xBricks();
-        for (int y = 0; y < n; ++y) {
-            std::string row;
-            for (int x = 0; x < n; ++x) row += CharFromCell(Board.Bricks(x, y));
-            rows.push_back(row);
-        }
-        return rows;
-    }
+    std::vector<std::string> Rows() const { return BoardRows(Board); }
     // The hidden spells of the board in use as spell text.
     std::vector<std::string> SpellRows() const {
         std::vector<std::string> rows;
@@ -170,10 +192,7 @@ public:
         return rows;
     }
     // A left click in the middle of cell (x, y), by the same road as automatic play.
-    void Click(int x, int y, std::int16_t button = 1) {
-        float fx = static_cast<float>(x), fy = static_cast<float>(y);
-        Board.ClickOnBrick(fx, fy, button);
-    }
+    void Click(int x, int y, std::int16_t button = 1) { ClickCell(Board, x, y, button); }
     // The cells painted since the last ClearRecords, as "x,y:Picture" in painting order.
     std::vector<std::string> PaintedCells() const {
         std::vector<std::string> out;
@@ -187,11 +206,6 @@ public:
         return out;
     }
 
-private:
-    BoardPlatform MakePlatform(Random* rng) {
-        BoardPlatform p = Host.Platform();
-        return rng != nullptr ? BoardPlatform{p.Loop, p.Surface, p.Pictures, p.Sound, p.Dialog, *rng} : p;
-    }
 };
 
 } // namespace tolva::testing

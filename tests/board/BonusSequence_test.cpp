@@ -39,12 +39,6 @@ std::string Shown(TolvaBoard& board, const PicturePanel& line) {
     return text;
 }
 
-std::vector<std::string> SoundFiles(const RecordingSoundEffects& sound) {
-    std::vector<std::string> out;
-    for (const auto& call : sound.Calls()) out.push_back(call.File.substr(AppPath().size()));
-    return out;
-}
-
 } // namespace
 
 TEST(BonusSequence, FormatBonusCountsItsGroupsFromTheLeft) {

@@ -1,13 +1,12 @@
 // The headless platform that the board tests stand on: bitmap files read as the screen
 // would show them, picture holders that keep their picture on a failed load, strips with
-// the timing of the real control, seeded random numbers and scripted dialogs.
+// the timing of the real control, and seeded random numbers.
 #include "BmpWriter.h"
 #include "support/TempFolder.h"
 #include "support/platform/BmpFile.h"
 #include "support/platform/HeadlessEventLoop.h"
 #include "support/platform/HeadlessPicture.h"
 #include "support/platform/HeadlessPictureStrip.h"
-#include "testsupport/ScriptedDialogs.h"
 #include "support/platform/SeededRandom.h"
 
 #include <gtest/gtest.h>
@@ -132,7 +131,7 @@ TEST(HeadlessPlatform, StripsKeepTheTimingOfTheRealControl) {
     EXPECT_EQ(done, 1);
 }
 
-TEST(HeadlessPlatform, SeededRandomReplaysAndScriptedDialogsAnswerInTurn) {
+TEST(HeadlessPlatform, SeededRandomReplaysFromItsSeed) {
     tolva::SeededRandom a(42), b(7);
     std::vector<double> first;
     for (int i = 0; i < 1000; ++i) {
@@ -142,21 +141,4 @@ TEST(HeadlessPlatform, SeededRandomReplaysAndScriptedDialogsAnswerInTurn) {
     }
     b.Seed(42);
     for (double v : first) ASSERT_EQ(b.Next(), v);
-
-    tolva::ScriptedDialogs dialogs;
-    using tolva::MessageButtons;
-    using tolva::MessageIcon;
-    using tolva::MessageResult;
-    dialogs.QueueMessageAnswer(MessageResult::Cancel);
-    dialogs.QueueMessageAnswer(MessageResult::Cancel);
-    dialogs.QueueInputAnswer("7");
-    EXPECT_EQ(dialogs.MessageBox("Restart?", "T", MessageIcon::Warning, MessageButtons::OkCancel),
-              MessageResult::Cancel);
-    EXPECT_EQ(dialogs.MessageBox("Stop!", "T", MessageIcon::Stop, MessageButtons::Ok), MessageResult::Ok);
-    EXPECT_EQ(dialogs.MessageBox("Again?", "T", MessageIcon::Warning, MessageButtons::OkCancel), MessageResult::Ok);
-    EXPECT_EQ(dialogs.InputBox("SOUND:", "", "0"), "7");
-    EXPECT_EQ(dialogs.InputBox("SOUND:", "", "0"), "0");
-    ASSERT_EQ(dialogs.ShownBoxes().size(), 5u);
-    EXPECT_EQ(dialogs.ShownBoxes()[1].Icon, MessageIcon::Stop);
-    EXPECT_TRUE(dialogs.ShownBoxes()[3].Input);
 }

@@ -16,12 +16,6 @@ namespace {
 
 using Rows = std::vector<std::string>;
 
-std::vector<std::string> SoundFiles(const RecordingSoundEffects& sound) {
-    std::vector<std::string> out;
-    for (const auto& call : sound.Calls()) out.push_back(call.File.substr(AppPath().size()));
-    return out;
-}
-
 // Random numbers that come round in a cycle, counting how many were drawn.
 class CyclingRandom final : public Random {
 public:

@@ -6,6 +6,7 @@
 // view and services write down what it shows and asks for; the game folder is a fresh
 // temporary folder, so the statistics file lands there.
 #include "BoardFixture.h"
+#include "session/SessionFixture.h"
 #include "session/GameBuilder.h"
 #include "session/GameSession.h"
 #include "session/HeadlessSessionView.h"
@@ -18,21 +19,6 @@
 #include <vector>
 
 namespace tolva::testing {
-
-using SpellSessionView = HeadlessSessionView;
-
-class SpellSessionServices final : public HiscoreService, public IdleAnimation {
-public:
-    std::vector<std::string> Calls;
-
-    void CheckIfHiScore(double, std::int16_t) override { Calls.push_back("CheckIfHiScore"); }
-    void PrintHiScore(std::int16_t place, std::int32_t, std::int32_t) override {
-        Calls.push_back("PrintHiScore(" + std::to_string(place) + ")");
-    }
-    // No table stands behind these tests: a score never has a place in it.
-    std::int16_t CheckHiscorePlace(double) const override { return -1; }
-    void RestartIdle() override {}
-};
 
 // Writes each event down, then hands it to the session.
 class RecordAndForward final : public BoardListener {
@@ -64,7 +50,7 @@ public:
     explicit SpellSessionFixture(Random* rng = nullptr)
         : Game(std::make_unique<LevelModule>()),
           Stats(Folder / "stat.ini"),
-          Built(GameParts{*Game, Settings, MakePlatform(rng), View, SessionServices{Services, Stats, Services, Windows}}),
+          Built(GameParts{*Game, Settings, WithRandom(Host, rng), View, SessionServices{Services, Stats, Services, Windows}}),
           Session(Built.Session()),
           Forward(Events, Session),
           Board(Built.BuildBoard(&Forward)) {
@@ -76,8 +62,8 @@ public:
     GameSettings Settings;
     std::unique_ptr<LevelModule> Game;
     RecordingListener Events;
-    SpellSessionView View;
-    SpellSessionServices Services;
+    RecordingView View;
+    RecordingServices Services;
     WindowOpener Windows;
     StatLog Stats;
     GameBuilder Built;
@@ -95,26 +81,10 @@ public:
         Events.Take();
         Host.Sound.ClearCalls();
     }
-    void Click(int x, int y, std::int16_t button = 1) {
-        float fx = static_cast<float>(x), fy = static_cast<float>(y);
-        Board.ClickOnBrick(fx, fy, button);
-    }
-    std::vector<std::string> Rows() const {
-        std::vector<std::string> rows;
-        for (int y = 0; y < Board.xBricks(); ++y) {
-            std::string row;
-            for (int x = 0; x < Board.xBricks(); ++x) row += CharFromCell(Board.Bricks(x, y));
-            rows.push_back(row);
-        }
-        return rows;
-    }
+    void Click(int x, int y, std::int16_t button = 1) { ClickCell(Board, x, y, button); }
+    std::vector<std::string> Rows() const { return BoardRows(Board); }
     std::int16_t Stock(int spell) const { return Session.SpellStock[static_cast<std::size_t>(spell)]; }
 
-private:
-    BoardPlatform MakePlatform(Random* rng) {
-        BoardPlatform p = Host.Platform();
-        return rng != nullptr ? BoardPlatform{p.Loop, p.Surface, p.Pictures, p.Sound, p.Dialog, *rng} : p;
-    }
 };
 
 } // namespace tolva::testing

@@ -225,21 +225,6 @@ TEST(LevelSetReader, FieldsReadDirectlyAgreeWithVal) {
             EXPECT_FALSE(std::signbit(val)  && small == 0) << '"' << text << '"';
         }
     }
-    // The cells of nearly every set take the shortest way of all.
-    for (const char* text : {"0", "7", "-1", "12", "9999", "-9999", "0012"}) {
-        std::int16_t small = 0;
-        EXPECT_TRUE(LevelSetReader::SmallWholeField(text, small)) << '"' << text << '"';
-        EXPECT_EQ(small, CInt(Val(text))) << '"' << text << '"';
-    }
-    // A row's last character always joins its last field, a comma too: "1,2," has two
-    // fields, "1" and "2,", worth 1 and 2, and the third cell keeps what it held. The
-    // file ends after the row, so the row stands for all forty of the level's rows.
-    Loaded l = LoadText("[level1]\r\nlevelbricks=10\r\nlevelgfxfolder=\r\nlevelname=A\r\nr0=1,2,\r\n");
-    EXPECT_EQ(l.Level(1).BrickGrid(1, 0), 2);
-    EXPECT_EQ(l.Level(1).BrickGrid(2, 0), -1);
-    double sum = 0;
-    for (int row = 0; row < 40; ++row) sum += 1.0 * row + 2.0 * (row + 1);
-    EXPECT_EQ(l.load.LevelChecksum, sum);
 }
 
 TEST(LevelSetReader, RowsReadAsTheirFieldsReadOneByOne) {

@@ -40,6 +40,14 @@ void LevelWithBonus(SessionFixture& f) {
     f.Click(0, 0);
 }
 
+// A board of no pairs with the saw armed; a click sets it running for four seconds.
+void ArmSaw(SessionFixture& f) {
+    f.SetLevel(1, {"1212", "2121", "1212", "2121"});
+    f.Session.NewGame(1);
+    f.Session.SpellStock[SpellSaw] = 1;
+    f.Session.sp_Click(SpellSaw);
+}
+
 } // namespace
 
 TEST(InterruptedFlow, NewGameDuringTheBonusCountStartsCleanAtLevelOne) {
@@ -88,10 +96,7 @@ TEST(InterruptedFlow, EndedGameDuringTheBonusCountStaysEnded) {
 
 TEST(InterruptedFlow, NewGameDuringTheSawDropsTheSawAndItsPoints) {
     SessionFixture f;
-    f.SetLevel(1, {"1212", "2121", "1212", "2121"});
-    f.Session.NewGame(1);
-    f.Session.SpellStock[SpellSaw] = 1;
-    f.Session.sp_Click(SpellSaw);
+    ArmSaw(f);
     ASSERT_EQ(f.Game->ActiveSpell, SpellSaw);
     f.Host.Dialog.QueueMessageAnswer(MessageResult::Ok);
     auto press = PressLater(f, 1000, F2);
@@ -116,10 +121,7 @@ TEST(InterruptedFlow, NewGameDuringTheSawDropsTheSawAndItsPoints) {
 
 TEST(InterruptedFlow, EndedGameDuringTheSawStaysEnded) {
     SessionFixture f;
-    f.SetLevel(1, {"1212", "2121", "1212", "2121"});
-    f.Session.NewGame(1);
-    f.Session.SpellStock[SpellSaw] = 1;
-    f.Session.sp_Click(SpellSaw);
+    ArmSaw(f);
     f.Host.Dialog.QueueMessageAnswer(MessageResult::Ok);
     auto press = PressLater(f, 1000, F12);
     f.Click(1, 1);

@@ -42,7 +42,7 @@ public:
     explicit SessionFixture(Random* rng = nullptr)
         : Game(std::make_unique<LevelModule>()),
           Stats(Folder / "stat.ini"),
-          Built(GameParts{*Game, Settings, MakePlatform(rng), View, SessionServices{Services, Stats, Services, Windows}}),
+          Built(GameParts{*Game, Settings, WithRandom(Host, rng), View, SessionServices{Services, Stats, Services, Windows}}),
           Session(Built.Session()),
           Events(Session),
           Board(Built.BuildBoard(&Events)) {
@@ -66,10 +66,7 @@ public:
     void SetLevel(int number, const std::vector<std::string>& rows, const std::vector<std::string>& spells = {}) {
         FillLevel(Game->Levels[static_cast<std::size_t>(number - 1)], "LEVEL " + std::to_string(number), rows, spells);
     }
-    void Click(int x, int y, std::int16_t button = 1) {
-        float fx = static_cast<float>(x), fy = static_cast<float>(y);
-        Board.ClickOnBrick(fx, fy, button);
-    }
+    void Click(int x, int y, std::int16_t button = 1) { ClickCell(Board, x, y, button); }
     std::string Label(SessionLabel label) const {
         auto it = View.Labels.find(label);
         return it == View.Labels.end() ? "<unset>" : it->second;
@@ -96,12 +93,6 @@ public:
     // Types a word on the main window, a key a letter, by the capital's code.
     void Type(const std::string& word) {
         for (char c : word) Session.Form_KeyDown(static_cast<std::int16_t>(std::toupper(static_cast<unsigned char>(c))));
-    }
-
-private:
-    BoardPlatform MakePlatform(Random* rng) {
-        BoardPlatform p = Host.Platform();
-        return rng != nullptr ? BoardPlatform{p.Loop, p.Surface, p.Pictures, p.Sound, p.Dialog, *rng} : p;
     }
 };
 

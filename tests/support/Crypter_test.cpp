@@ -1,10 +1,8 @@
 #include "support/GameError.h"
-#include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdint>
 #include <set>
 #include <string>
@@ -74,24 +72,13 @@ TEST(Crypter, ComputedRotationAgreesWithTheSteppedLoopForEveryCode) {
 }
 
 TEST(Crypter, RoundTripsEveryPrintableCodeAndKeepsItsEdges) {
+    // The stepped loop above fixes every code under every key; what is left is that
+    // deciphering undoes enciphering and the edges of the text and of the key range.
     const std::string printable = AllCodes(32, 255);
-    for (int k : {0, 1, 55, 223, 224, 225, 1000, 32766, static_cast<int>(DefaultSetKey), static_cast<int>(OtherSetKey)}) {
-        const std::string enciphered = EncryptNumber(printable, k);
-        EXPECT_EQ(enciphered.size(), printable.size());
-        EXPECT_EQ(DecryptNumber(enciphered, k), printable) << "key " << k;
-        if (k + 224 <= 32766) {
-            EXPECT_EQ(EncryptNumber(printable, k + 224), enciphered) << "period of 224, key " << k;
-        }
-    }
+    for (int k : {1, 223, 32766, static_cast<int>(DefaultSetKey), static_cast<int>(OtherSetKey)})
+        EXPECT_EQ(DecryptNumber(EncryptNumber(printable, k), k), printable) << "key " << k;
     EXPECT_EQ(EncryptNumber("", 50), "");
-    EXPECT_EQ(DecryptNumber("", 50), "");
-    EXPECT_EQ(EncryptNumber(printable, 0), printable);
-    EXPECT_EQ(EncryptNumber(printable, -5), printable);
     EXPECT_EQ(DecryptNumber(printable, -32768), printable);
-    EXPECT_EQ(EncryptNumber("\xFF", 1), " ");      // past 255 goes on at 32
-    EXPECT_EQ(DecryptNumber(" ", 1), "\xFF");      // below 32 goes on at 255
-    EXPECT_EQ(EncryptNumber("A", 3), "D");
-    EXPECT_EQ(DecryptNumber("\x05", 2), "\xFE");   // a control code drops to 255 at once
 }
 
 TEST(Crypter, KeysAbove32766RaiseError10) {
@@ -149,39 +136,5 @@ TEST(Crypter, SetKeysKeepEncipheredHiscoreTextsValidIniNames) {
         std::set<std::string> folded{Lower(EncryptNumber("CHECKSUM", setKey))};
         for (int i = 0; i <= 9; ++i) folded.insert(Lower(EncryptNumber("NO" + std::to_string(i), setKey + i)));
         EXPECT_EQ(folded.size(), 11u);
-    }
-}
-
-TEST(Crypter, HiscoreShapedFileRoundTripsThroughTheIniFunctions) {
-    tolva::testing::TempFolder dir;
-    const std::vector<std::string> names{"   ", "...", "A B", "Z9*", "***", "Q", "-=-", "[X]", ";;;", "O'K"};
-    std::string previous;
-    for (int setKey : {static_cast<int>(DefaultSetKey), static_cast<int>(OtherSetKey)}) {
-        const std::string file = dir / ("hiscore" + std::to_string(setKey) + ".hi");
-        for (int i = 0; i <= 9; ++i) {
-            const int key = setKey + i;
-            const std::string section = EncryptNumber("NO" + std::to_string(i), key);
-            ASSERT_TRUE(tolva::WriteIni(file, section, EncryptNumber("NAME", key), EncryptNumber(names[i], key)));
-            ASSERT_TRUE(tolva::WriteIni(file, section, EncryptNumber("LEVEL", key), EncryptNumber(std::to_string(-i), key)));
-            ASSERT_TRUE(tolva::WriteIni(file, section, EncryptNumber("SCORE", key),
-                                        EncryptNumber(tolva::NumberText(1234.5 * i), key)));
-        }
-        ASSERT_TRUE(tolva::WriteIni(file, EncryptNumber("CHECKSUM", setKey), EncryptNumber("VALUE", setKey),
-                                    EncryptNumber("55539", setKey)));
-        for (int i = 0; i <= 9; ++i) {
-            const int key = setKey + i;
-            const std::string section = EncryptNumber("NO" + std::to_string(i), key);
-            EXPECT_EQ(DecryptNumber(tolva::ReadIni(file, section, EncryptNumber("NAME", key)), key), names[i]);
-            EXPECT_EQ(DecryptNumber(tolva::ReadIni(file, section, EncryptNumber("LEVEL", key)), key), std::to_string(-i));
-            EXPECT_EQ(tolva::Val(DecryptNumber(tolva::ReadIni(file, section, EncryptNumber("SCORE", key)), key)),
-                      1234.5 * i);
-        }
-        EXPECT_EQ(DecryptNumber(tolva::ReadIni(file, EncryptNumber("CHECKSUM", setKey), EncryptNumber("VALUE", setKey)),
-                                setKey),
-                  "55539");
-        const std::string bytes = dir.Read("hiscore" + std::to_string(setKey) + ".hi");
-        EXPECT_EQ(std::count(bytes.begin(), bytes.end(), '\n'), 11 + 31);  // nothing added twice
-        EXPECT_NE(bytes, previous);
-        previous = bytes;
     }
 }
