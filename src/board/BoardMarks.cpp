@@ -6,10 +6,6 @@
 
 namespace tolva {
 
-bool BoardMarks::InGroup(int x, int y) const {
-    return std::any_of(Group.begin(), Group.end(), [x, y](const BoardCell& c) { return c.X == x && c.Y == y; });
-}
-
 std::vector<BoardCell> GroupOfCell(const TolvaBoard& board, int x, int y) {
     const int n = board.xBricks();
     std::vector<BoardCell> group;

@@ -35,8 +35,6 @@ struct BoardMarks {
 
     // The points a click on the outlined group would score: the square of its size.
     double Points() const { return static_cast<double>(Group.size()) * static_cast<double>(Group.size()); }
-    // True when (x, y) is one of the outlined cells.
-    bool InGroup(int x, int y) const;
     bool operator==(const BoardMarks&) const = default;
 };
 

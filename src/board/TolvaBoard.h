@@ -85,7 +85,6 @@ public:
     void ApplyActionSettings(const GameSettings& settings);
     void TakeSettings(GameSettings& settings) const;
     // The board takes the size of its background picture.
-    bool AutoSize() const { return autoSize_; }
     void SetAutoSize(bool autoSize);
 
     // ---- level start (TolvaBoardLevel.cpp) ---------------------------------------------
@@ -207,7 +206,6 @@ public:
     PictureHolder& TmpBack() { return *tmpBack_; }
     PictureStrip& AniHint() { return *aniHint_; }
     Timer& Timer1() { return *timer1_; }
-    Timer& SoundTimer() { return *soundTimer_; }
     // The bonus screen, and the three lines on it: bonus per step, steps, total.
     PicturePanel& BonusPic() { return *bonusPic_; }
     PicturePanel& LevBonus() { return *levBonus_; }

@@ -47,11 +47,6 @@ void Ebutton::SetEnabled(bool enabled) {
     }
 }
 
-void Ebutton::SetBlinkDelay(std::int16_t ms) {
-    blinkDelay_ = ms;
-    Timer1->SetInterval(ms);
-}
-
 void Ebutton::SetOutPicture(const PictureHolder& picture) {
     Out.Assign(picture);
     surfacePicture_ = Out.Image();
@@ -63,34 +58,10 @@ void Ebutton::SetText(const QString& text) {
     ResizeToPicture();
 }
 
-void Ebutton::SetFont(const QFont& font) {
-    setFont(font);
-    UpdateText();
-}
-
-void Ebutton::SetBackColor(const QColor& colour) {
-    backColor_ = colour;
-    UpdateText();
-}
-
-void Ebutton::SetForeColor(const QColor& colour) {
-    foreColor_ = colour;
-    UpdateText();
-}
-
-void Ebutton::SetTextOverColor(const QColor& colour) {
-    textOverColor_ = colour;
-    UpdateText(textOverColor_);
-}
-
 // ---- operations --------------------------------------------------------------------------
 
 void Ebutton::Blink() {
     if (enabled_) Timer1->SetEnabled(true);
-}
-
-void Ebutton::ReleaseButton() {
-    if (Out.HasPicture()) ShowOnSurface(Out);
 }
 
 void Ebutton::UpdateText(const QColor& xColor) {

@@ -46,42 +46,24 @@ public:
     // ---- properties -------------------------------------------------------------------
     // The button answers the mouse. Named apart from QWidget's own enabled state, which
     // it drives.
-    bool Enabled() const { return enabled_; }
     void SetEnabled(bool enabled);
-    std::int16_t BlinkDelay() const { return blinkDelay_; }
-    void SetBlinkDelay(std::int16_t ms);
-    std::int16_t BlinkTimes() const { return blinkTimes_; }
     void SetBlinkTimes(std::int16_t times) { blinkTimes_ = times; }
-    bool BlinkEnabled() const { return blinkEnabled_; }
     void SetBlinkEnabled(bool enabled) { blinkEnabled_ = enabled; }
-    std::int32_t BlinkType() const { return blinkType_; }
     void SetBlinkType(std::int32_t type) { blinkType_ = type; }
 
     const QtPictureHolder& OutPicture() const { return Out; }
     void SetOutPicture(const PictureHolder& picture);
-    const QtPictureHolder& OverPicture() const { return Over; }
     void SetOverPicture(const PictureHolder& picture) { Over.Assign(picture); }
-    const QtPictureHolder& BlinkPicture() const { return Blk; }
     void SetBlinkPicture(const PictureHolder& picture) { Blk.Assign(picture); }
-    const QtPictureHolder& DisabledPicture() const { return Dis; }
     void SetDisabledPicture(const PictureHolder& picture) { Dis.Assign(picture); }
 
-    const QString& Text() const { return text_; }
     void SetText(const QString& text);
     QFont Font() const { return font(); }
-    void SetFont(const QFont& font);
-    QColor BackColor() const { return backColor_; }
-    void SetBackColor(const QColor& colour);
     QColor ForeColor() const { return foreColor_; }
-    void SetForeColor(const QColor& colour);
-    QColor TextOverColor() const { return textOverColor_; }
-    void SetTextOverColor(const QColor& colour);
 
     // ---- operations -------------------------------------------------------------------
     // Starts a blink, if the button is enabled.
     void Blink();
-    // Shows the Out picture, if there is one. No event.
-    void ReleaseButton();
     // Prints Text under the picture in xColor; an invalid colour means ForeColor.
     void UpdateText(const QColor& xColor = QColor());
     // A release of the left button on the button, as if by the mouse.
@@ -90,11 +72,9 @@ public:
     // ---- state, for the owner and tests -------------------------------------------------
     bool Pressed() const { return pressed_; }
     std::int16_t BlinkCount() const { return blinkCount_; }
-    bool BlinkOn() const { return blinkOn_; }
     bool Blinking() const { return Timer1->Enabled(); }
-    // The picture the surface shows now (Out's, Over's or none), and the text printed
-    // under it with its colour (an empty colour when nothing is printed).
-    const QImage& SurfacePicture() const { return surfacePicture_; }
+    // The colour of the text printed under the picture (an empty colour when nothing is
+    // printed).
     QColor PrintedColor() const { return printed_ ? printedColor_ : QColor(); }
 
 signals:

@@ -58,8 +58,6 @@ void IA::StopPlay() { playback_.StopPlay(); }
 
 void IA::UpdatePicture() { playback_.UpdatePicture(); }
 
-void IA::RefreshFrame() { repaint(); }
-
 // ---- painting ----------------------------------------------------------------------------
 
 bool IA::EnsureSurface() {

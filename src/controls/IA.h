@@ -52,10 +52,8 @@ public:
     std::int16_t MoveHeight() const { return playback_.MoveHeight(); }
     void SetMoveHeight(std::int16_t height);
     // While still, a repaint of the control shows the first frame again.
-    bool AutoRefresh() const { return autoRefresh_; }
     void SetAutoRefresh(bool autoRefresh);
     // Frames are laid over the container's picture through the strip's mask.
-    bool Transparent() const { return transparent_; }
     void SetTransparent(bool transparent);
 
     // ---- operations -------------------------------------------------------------------
@@ -64,8 +62,6 @@ public:
     bool IsPlaying() const { return playback_.IsPlaying(); }
     // Shows the first frame; with no strip, nothing.
     void UpdatePicture();
-    // Brings the control up to date on the screen now.
-    void RefreshFrame();
     // Paints the container's picture under the control onto the whole surface.
     void CopyBg();
 

@@ -99,11 +99,6 @@ Scroller::~Scroller() {
 
 // ---- properties ------------------------------------------------------------------------
 
-void Scroller::SetPicture(const QImage& picture) {
-    picture_ = picture;
-    UpdateScroller();
-}
-
 void Scroller::SetBackColor(const QColor& colour) {
     backColor_ = colour;
     UpdateScroller();
@@ -129,16 +124,6 @@ void Scroller::SetCenterLine(bool on) {
     UpdateScroller();
 }
 
-void Scroller::SetCenterLineColor(const QColor& colour) {
-    centerLineColor_ = colour;
-    UpdateScroller();
-}
-
-void Scroller::SetSizeToKnob(bool on) {
-    sizeToKnob_ = on;
-    UpdateScroller();
-}
-
 void Scroller::SetMin(std::int32_t newMin) {
     SyncLengths();
     value_.SetMin(newMin);
@@ -152,11 +137,6 @@ void Scroller::SetMax(std::int32_t newMax) {
 void Scroller::SetValue(std::int32_t newValue) {
     SyncLengths();
     value_.SetValue(newValue);
-}
-
-void Scroller::SetCaption(const QString& caption) {
-    caption_ = caption;
-    Picture1->setToolTip(caption);
 }
 
 // ---- operations --------------------------------------------------------------------------
@@ -188,7 +168,7 @@ void Scroller::SetMenuCaption(const QString& a, const QString& b, const QString&
 void Scroller::UserControl_Resize() {
     if (resizing_) return;   // the thickness set below comes back here; once is enough
     resizing_ = true;
-    if (sizeToKnob_) ResizeTo(direction_ == 1 ? QSize(knob_.width(), height()) : QSize(width(), knob_.height()));
+    ResizeTo(direction_ == 1 ? QSize(knob_.width(), height()) : QSize(width(), knob_.height()));
     resizing_ = false;
     UpdateScroller();
     setValue();
@@ -351,9 +331,8 @@ void Scroller::resizeEvent(QResizeEvent* event) {
 void Scroller::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.fillRect(rect(), backColor_);
-    if (!picture_.isNull()) painter.drawImage(0, 0, picture_);
     if (!centerLine_) return;
-    painter.setPen(centerLineColor_);
+    painter.setPen(DefaultCenterLineColor());
     if (direction_ == 1)
         painter.drawLine(width() / 2, 0, width() / 2, height());
     else

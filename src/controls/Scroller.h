@@ -46,35 +46,17 @@ public:
     ~Scroller() override;
 
     // ---- properties -------------------------------------------------------------------
-    const QImage& Picture() const { return picture_; }
-    void SetPicture(const QImage& picture);
-    QColor BackColor() const { return backColor_; }
     void SetBackColor(const QColor& colour);
     // 0 horizontal, 1 vertical.
-    std::int32_t Direction() const { return direction_; }
     void SetDirection(std::int32_t direction);
     // A custom knob; a null image means the built-in knob of the direction.
-    const QImage& ScrollKnobPicture() const { return Picture2; }
     void SetScrollKnobPicture(const QImage& picture);
-    bool CenterLine() const { return centerLine_; }
     void SetCenterLine(bool on);
-    QColor CenterLineColor() const { return centerLineColor_; }
-    void SetCenterLineColor(const QColor& colour);
-    bool SizeToKnob() const { return sizeToKnob_; }
-    void SetSizeToKnob(bool on);
-    bool MenuEnabled() const { return menuEnabled_; }
     void SetMenuEnabled(bool on) { menuEnabled_ = on; }
-    std::int16_t Min() const { return value_.Min(); }
     void SetMin(std::int32_t newMin);
-    std::int16_t Max() const { return value_.Max(); }
     void SetMax(std::int32_t newMax);
     std::int16_t Value() const { return value_.Value(); }
     void SetValue(std::int32_t newValue);
-    // Shown as the knob's tool tip.
-    const QString& Caption() const { return caption_; }
-    void SetCaption(const QString& caption);
-    // Whether the slider answers the mouse and the keys.
-    void SetEnabled(bool enabled) { setEnabled(enabled); }
 
     // ---- operations -------------------------------------------------------------------
     // Redraws the track and centres the knob across it.
@@ -146,14 +128,10 @@ private:
     QAction* settomax = nullptr;
     MenuRunner menuRunner_;
 
-    QImage picture_;
     QColor backColor_;
     std::int32_t direction_ = 0;
     bool centerLine_ = true;
-    QColor centerLineColor_ = DefaultCenterLineColor();
-    bool sizeToKnob_ = true;
     bool menuEnabled_ = true;
-    QString caption_;
     // The knob holds the mouse: a track press became a knob drag, so the track's moves
     // and its release are the knob's.
     bool knobHasMouse_ = false;

@@ -49,8 +49,6 @@ public:
 
     // The track's length and the knob's length along the direction of the slider.
     void SetLengths(double trackLength, double knobLength);
-    double TrackLength() const { return trackLength_; }
-    double KnobLength() const { return knobLength_; }
     // r: how far the knob can travel.
     double FreeLength() const { return trackLength_ - knobLength_; }
     // p: the knob's left (or top) edge along the track.

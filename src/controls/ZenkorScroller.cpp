@@ -63,101 +63,46 @@ ZenkorScroller::~ZenkorScroller() {
 }
 
 void ZenkorScroller::ReadProperties(const ZenkorScrollerProperties& properties) {
-    backColor_ = properties.BackColor.isValid() ? properties.BackColor : palette().color(QPalette::Window);
+    props_ = properties;
+    if (!props_.BackColor.isValid()) props_.BackColor = palette().color(QPalette::Window);
     QPalette colours = palette();
-    colours.setColor(QPalette::Window, backColor_);
+    colours.setColor(QPalette::Window, props_.BackColor);
     setPalette(colours);
-    enabled_ = properties.Enabled;
-    setEnabled(enabled_);
-    if (properties.UseFont) setFont(properties.Font);
-    backStyle_ = properties.BackStyle;
-    setAutoFillBackground(backStyle_ != 0);
-    borderStyle_ = properties.BorderStyle;
-    setFrameStyle(borderStyle_ == 0 ? QFrame::NoFrame : (QFrame::Box | QFrame::Plain));
+    setEnabled(props_.Enabled);
+    if (props_.UseFont) setFont(props_.Font);
+    setAutoFillBackground(props_.BackStyle != 0);
+    setFrameStyle(props_.BorderStyle == 0 ? QFrame::NoFrame : (QFrame::Box | QFrame::Plain));
     setLineWidth(1);
-    text_ = properties.Text;
-    fontColor_ = properties.FontColor;
-    shadowColor_ = properties.ShadowColor;
-    shadowSize_ = properties.ShadowSize;
-    shadowDirection_ = properties.ShadowDirection;
-    scrollDirection_ = properties.ScrollDirection;
-    scrollSpeed_ = properties.ScrollSpeed;
-    scrollRepeatCount_ = properties.ScrollRepeatCount;
-    textAlign_ = properties.TextAlign;
-    wordWrap_ = properties.WordWrap;
-    SetTimer1Interval(scrollSpeed_);
-    NormalInterval = CurrentInterval = ClampToInt16(scrollSpeed_);
+    SetTimer1Interval(props_.ScrollSpeed);
+    NormalInterval = CurrentInterval = ClampToInt16(props_.ScrollSpeed);
     Picture1 = QImage();
     FitPicture1();
 }
 
 // ---- properties --------------------------------------------------------------------------
 
-void ZenkorScroller::SetBackColor(const QColor& colour) {
-    backColor_ = colour;
-    QPalette colours = palette();
-    colours.setColor(QPalette::Window, colour);
-    setPalette(colours);
-    // A new background colour clears the visible picture, as it does a picture box.
-    Picture1.fill(colour);
-    update();
-    DrawText();
-}
-
-void ZenkorScroller::SetEnabled(bool enabled) {
-    enabled_ = enabled;
-    setEnabled(enabled);
-}
-
-void ZenkorScroller::SetFont(const QFont& font) {
-    setFont(font);
-    DrawText();
-}
-
-void ZenkorScroller::SetBackStyle(std::int16_t style) {
-    backStyle_ = style;
-    setAutoFillBackground(style != 0);
-    update();
-}
-
-void ZenkorScroller::SetBorderStyle(std::int16_t style) {
-    borderStyle_ = style;
-    setFrameStyle(style == 0 ? QFrame::NoFrame : (QFrame::Box | QFrame::Plain));
-    FitPicture1();
-}
-
 void ZenkorScroller::SetText(const std::string& text) {
-    text_ = text;
-    DrawText();
-}
-
-void ZenkorScroller::SetFontColor(const QColor& colour) {
-    fontColor_ = colour;
-    DrawText();
-}
-
-void ZenkorScroller::SetShadowColor(const QColor& colour) {
-    shadowColor_ = colour;
+    props_.Text = text;
     DrawText();
 }
 
 void ZenkorScroller::SetShadowSize(std::int16_t size) {
-    shadowSize_ = size;
+    props_.ShadowSize = size;
     DrawText();
 }
 
 void ZenkorScroller::SetShadowDirection(std::int32_t direction) {
-    shadowDirection_ = direction;
+    props_.ShadowDirection = direction;
     DrawText();
 }
 
 void ZenkorScroller::SetScrollDirection(std::int32_t direction) {
-    scrollDirection_ = direction;
+    props_.ScrollDirection = direction;
     DrawText();
 }
 
 void ZenkorScroller::SetScrollSpeed(std::int32_t ms) {
-    scrollSpeed_ = ms;
+    props_.ScrollSpeed = ms;
     // A timer cannot step at no interval at all; the running interval is 16 bits.
     if (ms < 1)
         Fail(PropertyLet, "ScrollSpeed", 380, "Invalid property value");
@@ -170,12 +115,12 @@ void ZenkorScroller::SetScrollSpeed(std::int32_t ms) {
 }
 
 void ZenkorScroller::SetTextAlign(std::int32_t align) {
-    textAlign_ = align;
+    props_.TextAlign = align;
     DrawText();
 }
 
 void ZenkorScroller::SetWordWrap(bool wrap) {
-    wordWrap_ = wrap;
+    props_.WordWrap = wrap;
     DrawText();
 }
 
@@ -209,7 +154,7 @@ void ZenkorScroller::Pause() {
 void ZenkorScroller::Refresh() { update(); }
 
 void ZenkorScroller::Ref() {
-    Picture1.fill(backColor_);
+    Picture1.fill(props_.BackColor);
     update();
 }
 
@@ -237,7 +182,7 @@ bool ZenkorScroller::DrawText() {
     // No step may copy a half-drawn picture.
     const bool wasRunning = Timer1->Enabled();
     Timer1->SetEnabled(false);
-    if (text_.empty()) {
+    if (props_.Text.empty()) {
         Timer1->SetEnabled(wasRunning);
         return false;
     }
@@ -256,20 +201,20 @@ bool ZenkorScroller::DrawText() {
 
 void ZenkorScroller::LoadTextArray() {
     TextArray.assign(1, std::string());
-    if (text_.empty()) return;
-    if (scrollDirection_ == 0 || scrollDirection_ == 1) {
+    if (props_.Text.empty()) return;
+    if (props_.ScrollDirection == 0 || props_.ScrollDirection == 1) {
         TextArray.clear();
         std::size_t from = 0;
         for (;;) {
-            const std::size_t bar = text_.find('|', from);
-            TextArray.push_back(text_.substr(from, bar == std::string::npos ? std::string::npos : bar - from));
+            const std::size_t bar = props_.Text.find('|', from);
+            TextArray.push_back(props_.Text.substr(from, bar == std::string::npos ? std::string::npos : bar - from));
             if (bar == std::string::npos) break;
             from = bar + 1;
         }
-        if (wordWrap_) DoWordWrap();
-    } else if (scrollDirection_ == 2) {
+        if (props_.WordWrap) DoWordWrap();
+    } else if (props_.ScrollDirection == 2) {
         std::string line;
-        for (char c : text_) line += (c == '|') ? std::string("    ") : std::string(1, c);
+        for (char c : props_.Text) line += (c == '|') ? std::string("    ") : std::string(1, c);
         TextArray[0] = line;
     }
 }
@@ -282,7 +227,7 @@ void ZenkorScroller::LoadTextArray() {
 // backwards count as empty.
 void ZenkorScroller::DoWordWrap() {
     const long long W = ScaleWidth();
-    const long long S = shadowSize_;
+    const long long S = props_.ShadowSize;
     std::vector<std::string> wrapped;
     long long LastBlank = 0;
     for (const std::string& s : TextArray) {
@@ -315,18 +260,18 @@ void ZenkorScroller::DoWordWrap() {
 // to the left, one line high and longer than the line by the visible width.
 void ZenkorScroller::SizePicText() {
     const long long H = LineHeight();
-    const long long S = shadowSize_;
+    const long long S = props_.ShadowSize;
     const long long n = static_cast<long long>(TextArray.size()) - 1;
     long long width = PicText.width();
     long long height = PicText.height();
-    if (scrollDirection_ == 0 || scrollDirection_ == 1) {
+    if (props_.ScrollDirection == 0 || props_.ScrollDirection == 1) {
         const long long wanted = (H + S) * n + ScaleHeight() + 20;
         if (wanted < 0)
             Fail(Function, "DrawText", 380, "Invalid property value");
         else
             height = wanted;
         for (const std::string& line : TextArray) width = std::max(width, TextWidth(line) + 2 * S + 20);
-    } else if (scrollDirection_ == 2) {
+    } else if (props_.ScrollDirection == 2) {
         const long long wantedHeight = H + S + 1;
         const long long wantedWidth = TextWidth(TextArray[0]) + S + ScaleWidth() + 20;
         if (wantedHeight < 0)
@@ -358,22 +303,22 @@ bool ZenkorScroller::RemakePicText(long long width, long long height) {
         }
     }
     // The old picture, where a new one could not be made, is at least cleared.
-    if (!PicText.isNull()) PicText.fill(backColor_);
+    if (!PicText.isNull()) PicText.fill(props_.BackColor);
     return made;
 }
 
 void ZenkorScroller::PlacePicText() {
     const int SW = ScaleWidth();
     const int SH = ScaleHeight();
-    if (scrollDirection_ == 0 || scrollDirection_ == 1) {
-        switch (textAlign_) {
+    if (props_.ScrollDirection == 0 || props_.ScrollDirection == 1) {
+        switch (props_.TextAlign) {
         case 0:
         case 3: picTextLeft_ = 1; break;
         case 1: picTextLeft_ = PicText.width() > SW ? 0 : SW / 2 - PicText.width() / 2; break;
         case 2: picTextLeft_ = SW - PicText.width(); break;
         default: break;
         }
-    } else if (scrollDirection_ == 2) {
+    } else if (props_.ScrollDirection == 2) {
         picTextTop_ = PicText.height() > SH ? 0 : SH / 2 - PicText.height() / 2;
     }
 }
@@ -382,9 +327,9 @@ void ZenkorScroller::PlacePicText() {
 // pixel further in ShadowDirection, then the text. The pen ends one text height below
 // the text, at the left.
 void ZenkorScroller::PrintText(const std::string& Line) {
-    const int S = shadowSize_;
+    const int S = props_.ShadowSize;
     const int width = TextWidth(Line);
-    switch (textAlign_) {
+    switch (props_.TextAlign) {
     case 0:
     case 3: penX_ = S + 1; break;
     case 1: penX_ = PicText.width() / 2 - width / 2 - S - 8; break;
@@ -396,13 +341,13 @@ void ZenkorScroller::PrintText(const std::string& Line) {
     if (!PicText.isNull()) {
         painter.begin(&PicText);
         painter.setFont(font());
-        painter.setPen(shadowColor_);
+        painter.setPen(props_.ShadowColor);
     }
     int x = penX_;
     int y = penY_;
     for (int i = 1; i <= S; ++i) {
         PrintAtPen(painter, line);
-        switch (shadowDirection_) {
+        switch (props_.ShadowDirection) {
         case 0:
         case 4: --x, --y; break;
         case 1: ++x, ++y; break;
@@ -413,7 +358,7 @@ void ZenkorScroller::PrintText(const std::string& Line) {
         penX_ = x;
         penY_ = y;
     }
-    if (painter.isActive()) painter.setPen(fontColor_);
+    if (painter.isActive()) painter.setPen(props_.FontColor);
     PrintAtPen(painter, line);
 }
 
@@ -426,7 +371,7 @@ void ZenkorScroller::PrintAtPen(QPainter& painter, const QString& line) {
 // ---- rolling ---------------------------------------------------------------------------
 
 void ZenkorScroller::Timer1_Timer() {
-    if (scrollDirection_ == 0 || scrollDirection_ == 1) {
+    if (props_.ScrollDirection == 0 || props_.ScrollDirection == 1) {
         if (!Picture1.isNull() && !PicText.isNull()) {
             QPainter painter(&Picture1);
             painter.setCompositionMode(QPainter::CompositionMode_Source);
@@ -435,7 +380,7 @@ void ZenkorScroller::Timer1_Timer() {
         update(contentsRect());
         YPos -= 1;
         if (YPos < static_cast<float>(ScaleHeight() - PicText.height())) ScrollDone();
-    } else if (scrollDirection_ == 2) {
+    } else if (props_.ScrollDirection == 2) {
         if (!Picture1.isNull() && !PicText.isNull()) {
             QPainter painter(&Picture1);
             painter.setCompositionMode(QPainter::CompositionMode_Source);
@@ -448,9 +393,9 @@ void ZenkorScroller::Timer1_Timer() {
 }
 
 void ZenkorScroller::ScrollDone() {
-    if (scrollRepeatCount_ > 0) {
+    if (props_.ScrollRepeatCount > 0) {
         RepeatsDone += 1;
-        if (RepeatsDone >= scrollRepeatCount_) {
+        if (RepeatsDone >= props_.ScrollRepeatCount) {
             Timer1->SetEnabled(false);
             RepeatsDone = 0;
         }
@@ -490,7 +435,7 @@ void ZenkorScroller::FitPicture1() {
     QImage picture;
     if (!size.isEmpty()) {
         picture = QImage(size, QImage::Format_RGB32);
-        picture.fill(backColor_);
+        picture.fill(props_.BackColor);
         if (!Picture1.isNull() && !picture.isNull()) {
             QPainter painter(&picture);
             painter.drawImage(QPoint(0, 0), Picture1);

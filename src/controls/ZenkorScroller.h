@@ -82,35 +82,16 @@ public:
     void ReadProperties(const ZenkorScrollerProperties& properties);
 
     // ---- properties -------------------------------------------------------------------
-    QColor BackColor() const { return backColor_; }
-    void SetBackColor(const QColor& colour);
-    bool Enabled() const { return enabled_; }
-    void SetEnabled(bool enabled);
-    QFont Font() const { return font(); }
-    void SetFont(const QFont& font);
-    std::int16_t BackStyle() const { return backStyle_; }
-    void SetBackStyle(std::int16_t style);
-    std::int16_t BorderStyle() const { return borderStyle_; }
-    void SetBorderStyle(std::int16_t style);
-    const std::string& Text() const { return text_; }
+    // Each setter draws the text afresh with the new value; the others keep the values
+    // ReadProperties took.
+    const std::string& Text() const { return props_.Text; }
     void SetText(const std::string& text);
-    QColor FontColor() const { return fontColor_; }
-    void SetFontColor(const QColor& colour);
-    QColor ShadowColor() const { return shadowColor_; }
-    void SetShadowColor(const QColor& colour);
-    std::int16_t ShadowSize() const { return shadowSize_; }
     void SetShadowSize(std::int16_t size);
-    std::int32_t ShadowDirection() const { return shadowDirection_; }
     void SetShadowDirection(std::int32_t direction);
-    std::int32_t ScrollDirection() const { return scrollDirection_; }
     void SetScrollDirection(std::int32_t direction);
-    std::int32_t ScrollSpeed() const { return scrollSpeed_; }
     void SetScrollSpeed(std::int32_t ms);
-    float ScrollRepeatCount() const { return scrollRepeatCount_; }
-    void SetScrollRepeatCount(float count) { scrollRepeatCount_ = count; }
-    std::int32_t TextAlign() const { return textAlign_; }
+    void SetScrollRepeatCount(float count) { props_.ScrollRepeatCount = count; }
     void SetTextAlign(std::int32_t align);
-    bool WordWrap() const { return wordWrap_; }
     void SetWordWrap(bool wrap);
     bool IsScrolling() const { return Timer1->Enabled(); }
 
@@ -137,7 +118,6 @@ public:
     const QImage& VisiblePicture() const { return Picture1; }
     const std::vector<std::string>& Lines() const { return TextArray; }
     float ScrollY() const { return YPos; }
-    float ScrollX() const { return XPos; }
     float PassesDone() const { return RepeatsDone; }
     bool PauseIsWanted() const { return PauseWanted; }
     std::int32_t StepInterval() const { return Timer1->Interval(); }
@@ -203,20 +183,9 @@ private:
     int penX_ = 0;   // CurrentX, CurrentY of PicText
     int penY_ = 0;
 
-    QColor backColor_;
-    bool enabled_ = true;
-    std::int16_t backStyle_ = 1;
-    std::int16_t borderStyle_ = 1;
-    std::string text_;
-    QColor fontColor_ = QColor(255, 0, 0);
-    QColor shadowColor_ = QColor(255, 255, 0);
-    std::int16_t shadowSize_ = 1;
-    std::int32_t shadowDirection_ = 4;
-    std::int32_t scrollDirection_ = 1;
-    std::int32_t scrollSpeed_ = 10;
-    float scrollRepeatCount_ = 0;
-    std::int32_t textAlign_ = 1;
-    bool wordWrap_ = false;
+    // The values of the properties; the font is the widget's own (Font and UseFont are
+    // only read once, by ReadProperties).
+    ZenkorScrollerProperties props_;
 
     std::vector<std::string> TextArray;
     float YPos = 0;

@@ -165,7 +165,6 @@ public:
     // The letters typed so far that match the start of the key word.
     std::string TypedKeys;
 
-    Timer& SoundTimer() { return *soundTimer_; }
     const GameSettings& Settings() const { return settings_; }
     bool CheatMode() const { return game_.CheatMode; }
 

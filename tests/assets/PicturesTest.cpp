@@ -207,19 +207,6 @@ TEST(Pictures, BrickColoursStayApartWithoutHue)
     }
 }
 
-TEST(Pictures, MainBackgroundLeavesDarkPlacesForItsControls)
-{
-    const QImage main = Load(GamePath("data/0.bmp"));
-    ASSERT_FALSE(main.isNull());
-    const QRect places[] = {QRect(20, 41, 500, 500), QRect(543, 55, 184, 27), QRect(543, 297, 184, 122),
-                            QRect(609, 213, 52, 52)};
-    for (const QRect& r : places) {
-        for (QPoint p : {r.topLeft(), r.center(), r.bottomRight()}) {
-            EXPECT_LT(qGray(main.pixel(p)), 30) << "at " << p.x() << ", " << p.y();
-        }
-    }
-}
-
 TEST(Pictures, PointersAndResourceFile)
 {
     const QImage pipette(GeneratedPath("builtin/pointers/pipette.png"));

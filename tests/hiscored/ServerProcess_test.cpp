@@ -1,17 +1,14 @@
 // The real tolva2-hiscored process on 127.0.0.1: a table the game built posted the way
-// the game's page posts it, read back from the public page, a tampered one refused, and
-// the server still answering after a run of garbage. Every wait has a deadline.
+// the game's page posts it, read back from the public page, and the server still
+// answering after a run of garbage. Every wait has a deadline.
 // The same round through the game's own submission window is tests/qt/HiscoreServer_test.
 #include "ServerHarness.h"
 
 #include "hiscores/Hiscores.h"
-#include "support/ZenkorModule.h"
 
 #include <random>
 
-using tolva::DefaultSetKey;
 using tolva::Hiscores;
-using tolva::hiscored::EncodeFormValue;
 using tolva::testing::TempFolder;
 using namespace tolva::testing::hiscored;
 
@@ -29,7 +26,7 @@ TEST(ServerProcess, AnswersHelpAndRefusesBadArgumentsWithStatusTwo) {
               1);
 }
 
-TEST(ServerProcess, StoresTheGamesTableShowsItAndRefusesATamperedOne) {
+TEST(ServerProcess, StoresTheGamesTableAndShowsIt) {
     TempFolder folder;
     Server server(folder);
     ASSERT_TRUE(server.Running());
@@ -53,20 +50,6 @@ TEST(ServerProcess, StoresTheGamesTableShowsItAndRefusesATamperedOne) {
         << page->body;
     EXPECT_NE(page->body.find("<td>2</td><td>A&quot;B</td><td>4</td><td>000.001.200</td>"), std::string::npos);
     EXPECT_NE(page->body.find("<td>3</td><td>\xC3\x84\xC3\x84\xC3\x84</td>"), std::string::npos);
-
-    // The same table with one score raised and the checksum left as it was.
-    std::string plain = tolva::DecryptNumber(table.MakeHiscoreString(DefaultSetKey), DefaultSetKey);
-    plain.replace(plain.find("98765"), 5, "99765");
-    const std::string tampered = "hiscoredata=" + EncodeFormValue(tolva::EncryptNumber(plain, DefaultSetKey));
-    auto refused = client.Post(Path, tampered, "application/x-www-form-urlencoded");
-    ASSERT_TRUE(refused);
-    EXPECT_EQ(refused->status, 400);
-    EXPECT_NE(refused->body.find("the checksum does not match the entries"), std::string::npos) << refused->body;
-    EXPECT_EQ(Count(server.Database(), "submission"), 1);
-    EXPECT_EQ(Count(server.Database(), "entry"), 3);
-    auto after = client.Get(Path);
-    ASSERT_TRUE(after);
-    EXPECT_EQ(after->body, page->body);
 
     EXPECT_EQ(server.Stop(), 0);
 }

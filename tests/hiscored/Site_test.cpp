@@ -97,10 +97,6 @@ TEST(HiscoreSite, RefusesBadAndForgedSubmissionsWithAReasonAndStoresNothing) {
         {"multipart/form-data; boundary=x", Post(table), 415, "x-www-form-urlencoded"},
         {Form, Post(table, "&stat=" + std::string(MaxBodyBytes, 'x')), 413, "KiB"},
         {Form, forged({{std::string(2000, 'A'), 3, 300}}), 400, "place 1 has a name"},
-        {Form, forged({{"ABC", 3, 300}, {"DEF", 3, 400}}), 400, "place 2 has a higher score"},
-        {Form, forged({{"ABC", 101, 300}}), 400, "place 1 has a level outside 0 to 100"},
-        {Form, forged({{"ABC", 3, 4e8}}), 400, "place 1 has a score the game cannot reach"},
-        {Form, forged({{"ABC", 3, 300}, {}, {"DEF", 3, 200}}), 400, "place 3 holds a score below a free place"},
     };
     for (const auto& c : cases) {
         const Reply reply = site.Submit(c.type, c.body, "127.0.0.1");

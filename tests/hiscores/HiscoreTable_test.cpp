@@ -18,19 +18,16 @@ Hiscores Full() {
 
 } // namespace
 
-TEST(HiscoreTable, ScoresBelowOneNeverEnter) {
-    Hiscores empty;
+TEST(HiscoreTable, ScoresBelowOneNeverEnterAndOneTakesTheTopOfAnEmptyTable) {
+    Hiscores table;
     for (const double score : {0.0, 0.99, -5.0}) {
         std::int16_t place = 7;
-        empty.CheckAndSetHiscore(score, place);
-        EXPECT_EQ(place, -1);
-        EXPECT_EQ(empty.CheckHiscorePlace(score), -1);
+        table.CheckAndSetHiscore(score, place);
+        EXPECT_EQ(place, -1) << score;
+        EXPECT_EQ(table.CheckHiscorePlace(score), -1) << score;
     }
-    EXPECT_EQ(empty.Entries, Hiscores{}.Entries);
-}
+    EXPECT_EQ(table.Entries, Hiscores{}.Entries);
 
-TEST(HiscoreTable, AScoreOfOneTakesTheFirstPlaceOfAnEmptyTable) {
-    Hiscores table;
     table[9].Name = "LST";
     EXPECT_EQ(table.CheckHiscorePlace(1), 1);
     std::int16_t place = -1;
@@ -40,35 +37,26 @@ TEST(HiscoreTable, AScoreOfOneTakesTheFirstPlaceOfAnEmptyTable) {
     for (int i = 0; i < Hiscores::Places; ++i) EXPECT_NE(table[i].Name, "LST") << i;  // entry 9 dropped off
 }
 
-TEST(HiscoreTable, ATieGoesToTheNewScoreAndTheRestMoveDown) {
-    Hiscores table = Full();
-    const Hiscores before = table;
+TEST(HiscoreTable, ATieGoesToTheNewScoreTheRestMoveDownAndBelowAllTakesNone) {
+    const Hiscores before = Full();
+    Hiscores table = before;
     EXPECT_EQ(table.CheckHiscorePlace(800), 3);
     EXPECT_EQ(table.CheckHiscorePlace(850), 3);
+    EXPECT_EQ(table.CheckHiscorePlace(99), -1);
     EXPECT_EQ(table.Entries, before.Entries);  // asking changes nothing
 
-    std::int16_t place = -1;
-    table.CheckAndSetHiscore(800, place);
-    EXPECT_EQ(place, 2);
-    EXPECT_EQ(table[0], before[0]);
-    EXPECT_EQ(table[1], before[1]);
-    EXPECT_EQ(table[2], before[2]);  // stays until the caller fills it
-    for (int i = 3; i < Hiscores::Places; ++i) EXPECT_EQ(table[i], before[i - 1]) << i;
-}
-
-TEST(HiscoreTable, TheLastPlaceMovesNothingAndBelowAllTakesNone) {
-    Hiscores table = Full();
-    const Hiscores before = table;
-    std::int16_t place = -1;
-    table.CheckAndSetHiscore(99, place);
-    EXPECT_EQ(place, -1);
-    EXPECT_EQ(table.CheckHiscorePlace(99), -1);
-
-    table.CheckAndSetHiscore(100, place);
-    EXPECT_EQ(place, 9);
-    EXPECT_EQ(table.Entries, before.Entries);
-
-    table.CheckAndSetHiscore(5000, place);
-    EXPECT_EQ(place, 0);
-    for (int i = 1; i < Hiscores::Places; ++i) EXPECT_EQ(table[i], before[i - 1]) << i;
+    // Score, place taken, and the first place that moved down (Places: none).
+    const struct {
+        double score;
+        int place;
+        int movedFrom;
+    } cases[] = {{99, -1, Hiscores::Places}, {100, 9, Hiscores::Places}, {800, 2, 3}, {5000, 0, 1}};
+    for (const auto& c : cases) {
+        table = before;
+        std::int16_t place = -1;
+        table.CheckAndSetHiscore(c.score, place);
+        EXPECT_EQ(place, c.place) << c.score;
+        for (int i = 0; i < c.movedFrom; ++i) EXPECT_EQ(table[i], before[i]) << c.score << " place " << i;
+        for (int i = c.movedFrom; i < Hiscores::Places; ++i) EXPECT_EQ(table[i], before[i - 1]) << c.score << " place " << i;
+    }
 }

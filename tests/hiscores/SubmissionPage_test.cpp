@@ -1,5 +1,6 @@
-// The submission page: its bytes piece by piece (nothing escaped, no line end), when the
-// statistics go along, and its file in the game folder (a leftover replaced, removal).
+// The submission page: what it carries (the table's string as it stands, the statistics
+// only when allowed and present, no line end) and its file in the game folder (a
+// leftover replaced, removal). The browser's round trip is tests/qt/InternetHiscores_test.
 #include "hiscores/Hiscores.h"
 #include "hiscores/SubmissionPage.h"
 #include "settings/GameSettings.h"
@@ -16,68 +17,42 @@ using tolva::testing::TempFolder;
 
 namespace {
 
-const std::string Head = "<html><body onload=\"document.his.submit()\"><form name =\"his\" method=\"POST\" action=\"";
-const std::string AfterUrl = "\" style=\"visibility: hidden;\"><input type=\"hidden\" name=\"hiscoredata\" value=\"";
 const std::string ShortEnd = "\"></form></body></html>";
 
-Hiscores MarkupTable() {
-    Hiscores table;
-    table[0] = {"A\"B", 9, 12345};
-    table[1] = {"<b>&x", 4, 99};
-    return table;
-}
-
-// A game folder as AppPath() gives it: with its closing backslash.
-std::string GameFolderOf(const TempFolder& dir) { return dir.Path() + "\\"; }
+bool Holds(const std::string& page, const std::string& part) { return page.find(part) != std::string::npos; }
 
 } // namespace
 
-TEST(SubmissionPage, TheBytesAreThePiecesJoinedAsTheyStand) {
-    const std::string stat = "[LEVEL1]\r\nclicks=\"5\"<tag>\r\n";
-    EXPECT_EQ(SubmissionPageBytes("http://h/x.asp?a=\"1\"", "V\"<i>", std::nullopt),
-              Head + "http://h/x.asp?a=\"1\"" + AfterUrl + "V\"<i>" + ShortEnd);
-    EXPECT_EQ(SubmissionPageBytes("u", "v", stat),
-              Head + "u" + AfterUrl + "v\"><textarea name=\"stat\">" + stat + "</textarea></form></body></html>");
-    // An empty stat.ini still gives the text area.
-    EXPECT_NE(SubmissionPageBytes("u", "v", std::string()).find("<textarea name=\"stat\"></textarea>"),
-              std::string::npos);
-
-    // A table whose names hold a quotation mark and markup: its string goes in as it is.
-    const Hiscores table = MarkupTable();
-    const std::string hiscoreString = table.MakeHiscoreString(DefaultSetKey);
+TEST(SubmissionPage, CarriesTheTableAsItStandsAndTheStatisticsOnlyWhenAllowedAndPresent) {
+    // Names with a quotation mark and markup: the table's string goes in unescaped.
+    Hiscores table;
+    table[0] = {"A\"B", 9, 12345};
+    table[1] = {"<b>&x", 4, 99};
     TempFolder dir;
+    const std::string folder = dir.Path() + "\\";   // as AppPath() gives it
     GameSettings settings;
-    settings.HiscoreUrl = "http://127.0.0.1:1/tolva2/updatehiscore.asp";
-    settings.SupplyStatFile = false;
-    const std::string page = MakeSubmissionPage(GameFolderOf(dir), settings, table, DefaultSetKey);
-    EXPECT_EQ(page, Head + settings.HiscoreUrl + AfterUrl + hiscoreString + ShortEnd);
-    EXPECT_EQ(page.find('\n'), std::string::npos);
-    EXPECT_EQ(page.find('\r'), std::string::npos);
-    EXPECT_EQ(page.find("&quot;"), std::string::npos);
-}
+    settings.HiscoreUrl = "http://127.0.0.1:1/tolva2/updatehiscore.asp?a=\"1\"";
+    settings.SupplyStatFile = true;   // allowed, but no stat.ini yet: the short ending
 
-TEST(SubmissionPage, TheStatisticsGoAlongOnlyWhenAllowedAndPresent) {
-    TempFolder dir;
-    const Hiscores table = MarkupTable();
-    GameSettings settings;
-    settings.HiscoreUrl = "http://example.invalid/p";
-    const std::string bytes = "[LEVEL1]\r\nx=1\r\n\xE9\xFF";
+    const std::string page = MakeSubmissionPage(folder, settings, table, DefaultSetKey);
+    EXPECT_TRUE(Holds(page, "action=\"" + settings.HiscoreUrl + "\""));
+    EXPECT_TRUE(page.ends_with("name=\"hiscoredata\" value=\"" + table.MakeHiscoreString(DefaultSetKey) + ShortEnd));
+    EXPECT_FALSE(Holds(page, "\n") || Holds(page, "\r") || Holds(page, "&quot;"));
+    EXPECT_FALSE(SubmittedStatistics(true, folder + "stat.ini"));
 
-    settings.SupplyStatFile = true;   // allowed, no stat.ini: the short ending
-    EXPECT_TRUE(MakeSubmissionPage(GameFolderOf(dir), settings, table, DefaultSetKey).ends_with(ShortEnd));
-    EXPECT_FALSE(SubmittedStatistics(true, GameFolderOf(dir) + "stat.ini"));
-
+    const std::string bytes = "[LEVEL1]\r\nx=\"1\"<tag>\r\n\xE9\xFF";
     dir.Write("stat.ini", bytes);
-    const std::string with = MakeSubmissionPage(GameFolderOf(dir), settings, table, DefaultSetKey);
-    EXPECT_TRUE(with.ends_with("<textarea name=\"stat\">" + bytes + "</textarea></form></body></html>"));
-
-    settings.SupplyStatFile = false;  // not allowed, stat.ini present: the short ending
-    EXPECT_TRUE(MakeSubmissionPage(GameFolderOf(dir), settings, table, DefaultSetKey).ends_with(ShortEnd));
+    EXPECT_TRUE(MakeSubmissionPage(folder, settings, table, DefaultSetKey)
+                    .ends_with("\"><textarea name=\"stat\">" + bytes + "</textarea></form></body></html>"));
+    settings.SupplyStatFile = false;  // not allowed: the short ending again
+    EXPECT_EQ(MakeSubmissionPage(folder, settings, table, DefaultSetKey), page);
+    // An empty stat.ini still gives the text area.
+    EXPECT_TRUE(Holds(SubmissionPageBytes("u", "v", std::string()), "<textarea name=\"stat\"></textarea>"));
 }
 
 TEST(SubmissionPage, TheFileReplacesALeftoverAndIsRemovedWithoutTrace) {
     TempFolder dir;
-    const SubmissionPage page(GameFolderOf(dir));
+    const SubmissionPage page(dir.Path() + "\\");
     EXPECT_EQ(page.NativeFile(), dir / "submithiscore.htm");
     EXPECT_FALSE(page.Exists());
     EXPECT_TRUE(page.Remove());   // nothing to remove is no failure
@@ -95,7 +70,7 @@ TEST(SubmissionPage, TheFileReplacesALeftoverAndIsRemovedWithoutTrace) {
     EXPECT_EQ(dir.EntryCount(), 0u);
 
     // A game folder that cannot take the page: false, and no page anywhere.
-    const SubmissionPage nowhere(GameFolderOf(dir) + "missing\\");
+    const SubmissionPage nowhere(dir.Path() + "\\missing\\");
     EXPECT_FALSE(nowhere.Write("x"));
     EXPECT_FALSE(nowhere.Exists());
 }

@@ -10,7 +10,7 @@
 #include <vector>
 
 using tolva::ColumnValues;
-using tolva::StatNumberText;
+
 using tolva::StatRecord;
 using tolva::StatTable;
 using tolva::testing::Cli;
@@ -183,12 +183,6 @@ TEST(StatTable, GreenBarMarksTheRunOfLevelsWithoutAGap) {
     // All but level 100: the bar ends with row 99.
     std::vector<int> but100(all.begin(), all.end() - 1);
     EXPECT_EQ(PlayedLevels(but100).ProgressBars(), std::vector<int>{99});
-}
-
-TEST(StatTable, NumbersCarryABlankOnEachSide) {
-    EXPECT_EQ(StatNumberText(0), " 0 ");
-    EXPECT_EQ(StatNumberText(32767), " 32767 ");
-    EXPECT_EQ(StatNumberText(-12), "-12 ");
 }
 
 TEST(StatTable, CommandLineShowsTheTableTotalsAndBar) {

@@ -36,7 +36,4 @@ TEST(ErrorReport, BoxIsTitledErrorWithTheStopIconAndThisProgramsVersion) {
     EXPECT_EQ(box.Text, ErrorReportText(480, "(User Control) slpTextScroll::Function DrawText", 0,
                                         "Can't create AutoRedraw image", "tolva2", VersionMajor, VersionMinor,
                                         VersionRevision));
-    // The version record is the project's: 2.0.0 shows as v2.00, build 0.
-    EXPECT_EQ(std::string(ProgramName), "tolva2");
-    EXPECT_NE(box.Text.find("while running tolva2.exe v" + std::to_string(VersionMajor) + "."), std::string::npos);
 }

@@ -74,18 +74,4 @@ TEST(ZenkorNumbers, NumberTextIsPlainDecimalThatValReadsBack) {
     EXPECT_EQ(NumberText(-std::numeric_limits<double>::infinity()), "-Inf");
     for (double v : {3.0, -2.5, 123456.789, 1e-3, 98765432109876.0, -1e20, 6.02214076e23})
         EXPECT_EQ(Val(NumberText(v)), v) << NumberText(v);
-
-}
-
-TEST(ZenkorNumbers, FloorAndCeilAreTheMathematicalOnes) {
-    EXPECT_EQ(tolva::Ceil(2), 2);
-    EXPECT_EQ(tolva::Ceil(2.1), 3);
-    EXPECT_EQ(tolva::Ceil(2.0000001), 3);
-    EXPECT_EQ(tolva::Floor(2.9), 2);
-    EXPECT_EQ(tolva::Floor(3), 3);
-    EXPECT_EQ(tolva::Floor(2.9999999), 2);
-    EXPECT_EQ(tolva::Floor(-0.5), -1);
-    EXPECT_EQ(tolva::Ceil(-0.5), 0);
-    EXPECT_EQ(tolva::Floor(0), 0);
-    EXPECT_EQ(tolva::Ceil(12.5 / 25.0 * 25.0), 13);
 }

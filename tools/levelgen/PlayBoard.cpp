@@ -17,17 +17,6 @@ PlayBoard::PlayBoard(const LevelRecord& level) {
     spells = level.SpellGrid.cells;
 }
 
-void PlayBoard::SetCell(int x, int y, std::int16_t brick, std::int16_t spell) {
-    compact = false;
-    bricks[Index(x, y)] = brick;
-    spells[Index(x, y)] = spell;
-}
-
-void PlayBoard::SetSide(int newSide) {
-    side = std::clamp(newSide, 1, MaxBricks);
-    compact = false;
-}
-
 bool PlayBoard::IsValid(int x, int y) const {
     if (!OnBoard(x, y)) return false;
     const auto v = Brick(x, y);

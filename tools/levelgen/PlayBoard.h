@@ -47,8 +47,6 @@ public:
     std::int16_t Spell(int x, int y) const { return spells[Index(x, y)]; }
     // Column x's bricks, top row first: Side() values in a row, for quick comparisons.
     const std::int16_t* Column(int x) const { return &bricks[Index(x, 0)]; }
-    void SetCell(int x, int y, std::int16_t brick, std::int16_t spell = NoSpell);
-    void SetSide(int newSide);
 
     bool OnBoard(int x, int y) const { return x >= 0 && y >= 0 && x < side && y < side; }
     // True when (x, y) starts a group of at least two, as the engine's IsValid.

@@ -71,7 +71,6 @@ public:
     IA& TestTubeAnimation() { return *TestTubeAnimation_; }
     IA& Kedelig() { return *Kedelig_; }
     QLabel& HiScoreDisplay() { return *hiScoreDisplay_; }
-    Ebutton& AboutButton() { return *bAbout_; }
     QMenu& GameMenu() { return *gameMenu_; }
     QMenu& OptionsMenu() { return *optionsMenu_; }
     QMenu& CheatMenuHead() { return *cheatMenu_; }

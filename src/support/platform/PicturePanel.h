@@ -36,7 +36,6 @@ public:
 
     PictureHolder& Holder() { return *holder_; }
     const PictureHolder& Holder() const { return *holder_; }
-    const PicturePanel* Container() const { return container_; }
 
     // Place and size on the container, in the container's units.
     void SetBounds(const SurfaceRect& bounds);

@@ -3,6 +3,7 @@
 #include "BrickPainter.h"
 #include "LogoPainter.h"
 #include "PaintKit.h"
+#include "PixelMath.h"
 
 #include <QLinearGradient>
 #include <QPainter>
@@ -11,20 +12,8 @@
 #include <cmath>
 #include <numbers>
 
-namespace {
-
-QRgb Rgb(double r, double g, double b)
-{
-    auto c = [](double v) { return std::clamp(static_cast<int>(std::lround(v)), 0, 255); };
-    return qRgb(c(r), c(g), c(b));
-}
-
-double Ridge(double n)
-{
-    return 1.0 - std::abs(n * 2 - 1);
-}
-
-} // namespace
+using PixelMath::Rgb;
+using PixelMath::Ridge;
 
 void BackgroundPainter::CellGrid(QImage& image, int alpha)
 {

@@ -4,6 +4,7 @@
 #include "BackgroundPainter.h"
 
 #include "PaintKit.h"
+#include "PixelMath.h"
 
 #include <QLinearGradient>
 #include <QPainter>
@@ -15,16 +16,8 @@
 
 namespace {
 
-QRgb Rgb(double r, double g, double b)
-{
-    auto c = [](double v) { return std::clamp(static_cast<int>(std::lround(v)), 0, 255); };
-    return qRgb(c(r), c(g), c(b));
-}
-
-double Ridge(double n)
-{
-    return 1.0 - std::abs(n * 2 - 1);
-}
+using PixelMath::Rgb;
+using PixelMath::Ridge;
 
 double Smooth(double edge0, double edge1, double v)
 {

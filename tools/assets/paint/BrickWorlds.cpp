@@ -5,6 +5,7 @@
 
 #include "Emblem.h"
 #include "PaintKit.h"
+#include "PixelMath.h"
 
 #include <QLinearGradient>
 #include <QPainter>
@@ -12,14 +13,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace {
-
-double Ridge(double n)
-{
-    return 1.0 - std::abs(n * 2 - 1);
-}
-
-} // namespace
+using PixelMath::Ridge;
 
 void BrickPainter::Meadow(QImage& image, int index)
 {
