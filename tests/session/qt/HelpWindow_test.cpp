@@ -6,7 +6,7 @@
 #include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
 #include "testsupport/ScriptedDialogs.h"
-#include "WidgetTestKit.h"
+#include "qtsupport/WidgetTestKit.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

@@ -1,6 +1,6 @@
 // The falling desktop on the virtual clock: two seconds still, then the fall with its
 // speed, the end below the screen, a click that ends it at once, and the picture it shows.
-#include "WidgetTestKit.h"
+#include "qtsupport/WidgetTestKit.h"
 #include "about/qt/frmDsk.h"
 #include "support/platform/HeadlessEventLoop.h"
 

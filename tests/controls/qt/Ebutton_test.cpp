@@ -1,6 +1,6 @@
 // The picture button: its looks and events under the mouse, the blink types on the
 // virtual clock, the disabled state and its size.
-#include "WidgetTestKit.h"
+#include "qtsupport/WidgetTestKit.h"
 #include "controls/Ebutton.h"
 #include "support/platform/HeadlessEventLoop.h"
 

@@ -1,6 +1,6 @@
 // The Qt side of the platform seam: picture holders that load or keep their picture,
 // stretch it once per size and show on a host; strips as IA controls; the dialogs.
-#include "WidgetTestKit.h"
+#include "qtsupport/WidgetTestKit.h"
 #include "board/BmpWriter.h"
 #include "support/TempFolder.h"
 #include "support/platform/HeadlessEventLoop.h"

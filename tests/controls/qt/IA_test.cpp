@@ -1,6 +1,6 @@
 // The picture-strip control: order and timing of its frames on the virtual clock, Finish,
 // the partial last frame, and a transparent strip over its container.
-#include "WidgetTestKit.h"
+#include "qtsupport/WidgetTestKit.h"
 #include "controls/IA.h"
 #include "support/platform/HeadlessEventLoop.h"
 

@@ -1,7 +1,7 @@
 // The slider: its value arithmetic without pixels, then the control under the mouse and
 // the keys. Mouse events go straight to the widget that holds the mouse, as Qt's grab of
 // a pressed widget would send them.
-#include "WidgetTestKit.h"
+#include "qtsupport/WidgetTestKit.h"
 #include "controls/Scroller.h"
 #include "controls/ScrollerValue.h"
 #include "support/platform/HeadlessEventLoop.h"

@@ -24,6 +24,7 @@
 #include <cmath>
 #include <fstream>
 #include <memory>
+#include <utility>
 
 using namespace tolva;
 
@@ -387,28 +388,16 @@ TEST(AudioOutput, EffectsAndMusicAreHeardAndStopsAreSilent) {
     std::string why;
     if (!server.Start(why)) GTEST_SKIP() << "PulseAudio cannot start here, so nothing can be heard: " << why;
     MonitorRecording rec;
-    {
-        SCOPED_TRACE("a wave, the default module, StopMod");
-        WaveAndDefaultModuleSoundAndStopMakesSilence(rec);
-    }
-    {
-        SCOPED_TRACE("a sound cut by the next, waiting, bad files");
-        ANewSoundCutsTheOldOneAndWaitReturnsAtItsEnd(rec);
-    }
-    {
-        SCOPED_TRACE("the speaker beep");
-        SpeakerBeepSoundsItsPitchAndBlocksForItsLength(rec);
-    }
-    {
-        SCOPED_TRACE("the end of a module, looping, pausing");
-        ModuleEndRaisesFinishedOnceAndLoopingGoesOn(rec);
-    }
-    {
-        SCOPED_TRACE("the music while the thread is blocked");
-        TheMusicPlaysOnWhileTheGamesThreadIsBlocked(rec);
-    }
-    {
-        SCOPED_TRACE("the media player");
-        OtherFilesPlayThroughTheMediaPlayerUntilStopMod(rec);
+    const std::pair<const char*, void (*)(MonitorRecording&)> steps[] = {
+        {"a wave, the default module, StopMod", WaveAndDefaultModuleSoundAndStopMakesSilence},
+        {"a sound cut by the next, waiting, bad files", ANewSoundCutsTheOldOneAndWaitReturnsAtItsEnd},
+        {"the speaker beep", SpeakerBeepSoundsItsPitchAndBlocksForItsLength},
+        {"the end of a module, looping, pausing", ModuleEndRaisesFinishedOnceAndLoopingGoesOn},
+        {"the music while the thread is blocked", TheMusicPlaysOnWhileTheGamesThreadIsBlocked},
+        {"the media player", OtherFilesPlayThroughTheMediaPlayerUntilStopMod},
+    };
+    for (const auto& [what, step] : steps) {
+        SCOPED_TRACE(what);
+        step(rec);
     }
 }

@@ -1,6 +1,6 @@
 // The about window: the form of the credits, the window's layout and place, the rolling
 // credits and what its mouse does, and the window without its pictures.
-#include "WidgetTestKit.h"
+#include "qtsupport/WidgetTestKit.h"
 #include "about/Credits.h"
 #include "about/qt/frmAbout.h"
 #include "support/TempFolder.h"

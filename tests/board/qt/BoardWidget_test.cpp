@@ -1,6 +1,6 @@
 // The board on screen: a real TolvaBoard painting through its widget, its pictures and
 // strips from the Qt store, its timers on the virtual clock.
-#include "WidgetTestKit.h"
+#include "qtsupport/WidgetTestKit.h"
 #include "board/BmpWriter.h"
 #include "board/BoardFixture.h"
 #include "board/qt/BoardWidget.h"

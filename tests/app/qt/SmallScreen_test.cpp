@@ -1,5 +1,5 @@
 // The game needs a screen at least 600 pixels high. This program runs on an offscreen
-// screen of 1280 x 599 (tests/qt/small-screen.json, given by the test's environment).
+// screen of 1280 x 599 (SmallScreen_test.screen.json, given by the test's environment).
 #include "shared/LevelModule.h"
 #include "app/GameApp.h"
 #include "support/TempFolder.h"
