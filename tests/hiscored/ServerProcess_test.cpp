@@ -1,7 +1,7 @@
 // The real tolva2-hiscored process on 127.0.0.1: a table the game built posted the way
 // the game's page posts it, read back from the public page, and the server still
 // answering after a run of garbage. Every wait has a deadline.
-// The same round through the game's own submission window is tests/qt/HiscoreServer_test.
+// The same round through the game's own submission window is tests/hiscores/qt/HiscoreServer_test.
 #include "ServerHarness.h"
 
 #include "hiscores/Hiscores.h"

@@ -1,6 +1,6 @@
 // The submission page: what it carries (the table's string as it stands, the statistics
 // only when allowed and present, no line end) and its file in the game folder (a
-// leftover replaced, removal). The browser's round trip is tests/qt/InternetHiscores_test.
+// leftover replaced, removal). The browser's round trip is tests/hiscores/qt/InternetHiscores_test.
 #include "hiscores/Hiscores.h"
 #include "hiscores/SubmissionPage.h"
 #include "settings/GameSettings.h"
