@@ -9,7 +9,7 @@
 #include "session/SessionFixture.h"
 #include "session/GameBuilder.h"
 #include "session/GameSession.h"
-#include "session/HeadlessSessionView.h"
+#include "testsupport/RecordingSessionView.h"
 #include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
 

@@ -8,7 +8,7 @@
 #include "session/CountingListener.h"
 #include "session/GameBuilder.h"
 #include "session/GameSession.h"
-#include "session/HeadlessSessionView.h"
+#include "testsupport/RecordingSessionView.h"
 #include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
 
@@ -17,7 +17,7 @@
 
 namespace tolva::testing {
 
-using RecordingView = HeadlessSessionView;
+using RecordingView = RecordingSessionView;
 
 // The hiscore table and the idle mascot as the session calls them, written down.
 class RecordingServices final : public HiscoreService, public IdleAnimation {

@@ -9,11 +9,8 @@
 #include "hiscores/HiscoreService.h"
 #include "session/SessionServices.h"
 #include "session/HeadlessSessionView.h"
-#include "support/platform/BoardPlatform.h"
-#include "support/platform/HeadlessEventLoop.h"
-#include "support/platform/HeadlessPictureStore.h"
+#include "support/platform/HeadlessParts.h"
 #include "support/platform/HeadlessSurface.h"
-#include "support/platform/SeededRandom.h"
 
 #include <iostream>
 #include <string>
@@ -47,23 +44,9 @@ private:
     std::ostream* out_;
 };
 
-// The platform of a game without a screen, on the virtual clock.
-class CliPlatform {
-public:
-    explicit CliPlatform(std::uint64_t seed, std::ostream* messages = nullptr)
-        : Pictures(Loop), Sound(Loop), Dialog(messages), Rng(seed) {}
-    CliPlatform(const CliPlatform&) = delete;
-    CliPlatform& operator=(const CliPlatform&) = delete;
-
-    BoardPlatform Platform() { return {Loop, Surface, Pictures, Sound, Dialog, Rng}; }
-
-    HeadlessEventLoop Loop;
-    HeadlessSurface Surface;
-    HeadlessPictureStore Pictures;
-    HeadlessSoundEffects Sound;
-    CliDialogs Dialog;
-    SeededRandom Rng;
-};
+// The platform of a game without a screen, on the virtual clock; message boxes are printed
+// to the stream given after the seed, if any.
+using CliPlatform = HeadlessParts<HeadlessSurface, HeadlessSoundEffects, CliDialogs>;
 
 // The commands print their own lines; what the session shows is kept, not drawn.
 using SilentView = HeadlessSessionView;
