@@ -2,11 +2,13 @@
 // keeps to the game's rules cell for cell, what the solver finds clears the level on
 // the game's own board, and the rating counts what careless players manage.
 #include "BoardFeatures.h"
-#include "BoardReplay.h"
+#include "EngineReplay.h"
 #include "LevelRating.h"
 #include "LevelSolver.h"
+#include "board/TolvaBoard.h"
 #include "levels/LevelSetReader.h"
 #include "support/ZenkorModule.h"
+#include "testsupport/HeadlessPlatform.h"
 
 #include <gtest/gtest.h>
 
@@ -17,8 +19,6 @@
 
 using namespace tolva;
 using namespace tolva::levelgen;
-using tolva::testing::Clicks;
-using tolva::testing::ReplayOnBoard;
 
 namespace {
 
@@ -43,18 +43,19 @@ LevelRecord MakeLevel(int side, const std::vector<std::string>& rows,
     return level;
 }
 
-Clicks ToClicks(const std::vector<Cell>& cells) {
-    Clicks out;
-    for (const auto& c : cells) out.emplace_back(c.x, c.y);
-    return out;
-}
-
 // True when `clicks` clear `level` on TolvaBoard, as level 1 of a fresh game.
 bool EngineClears(const LevelRecord& level, const std::vector<Cell>& clicks) {
     auto game = std::make_unique<LevelModule>();
     game->Levels[0] = level;
-    return ReplayOnBoard(*game, 1, ToClicks(clicks)).cleared;
+    HeadlessPlatform host;
+    return levelgen::EngineClears(*game, 1, clicks, host.Platform());
 }
+
+// Hears the level end with its bonus, the engine's word that the board is cleared.
+struct BonusWatch final : BoardListener {
+    bool cleared = false;
+    void BonusScore(double, std::int16_t) override { cleared = true; }
+};
 
 SolveOptions Budget(double seconds) {
     SolveOptions o;
@@ -84,10 +85,9 @@ TEST(PlayBoard, RandomClicksLeaveTheSameGridsAsTheEngine) {
         auto game = std::make_unique<LevelModule>();
         game->Levels[0] = level;
         HeadlessPlatform platform;
-        tolva::testing::ReplayListener listener;
+        BonusWatch listener;
         const GameSettings settings;
         TolvaBoard engine(*game, settings, platform.Platform(), listener);
-        listener.board = &engine;
         engine.AniDraw = false;
         std::int16_t number = 1;
         engine.NewGame(number);
@@ -95,11 +95,11 @@ TEST(PlayBoard, RandomClicksLeaveTheSameGridsAsTheEngine) {
         std::vector<Group> groups;
         for (int move = 0; move < (side == MaxBricks ? 300 : 60); ++move) {
             model.FindGroups(groups);
-            if (groups.empty() || listener.bonusScores > 0) break;
+            if (groups.empty() || listener.cleared) break;
             const Group g = groups[rng() % groups.size()];
             ASSERT_GT(model.Click(g.at.x, g.at.y), 0);
             engine.BoardClick(g.at.x, g.at.y);
-            if (listener.bonusScores > 0) {
+            if (listener.cleared) {
                 EXPECT_TRUE(model.Cleared());
                 break;
             }
