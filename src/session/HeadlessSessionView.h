@@ -10,7 +10,7 @@
 
 namespace tolva {
 
-class HeadlessSessionView final : public SessionView {
+class HeadlessSessionView : public SessionView {
 public:
     void SetLabel(SessionLabel label, const std::string& text) override { labels_[label] = text; }
     void ShowSpellPanel(const SpellPanel&) override {}

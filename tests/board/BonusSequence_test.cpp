@@ -104,7 +104,7 @@ TEST(BonusSequence, NineStepsPayNineHundredThousandWithTheirOwnSound) {
     EXPECT_EQ(f.Session.Score, 900000);
     EXPECT_EQ(SoundFiles(f.Host.Sound)[0], "data\\10.wav");
     EXPECT_EQ(Shown(f.Board, f.Board.picBonus()), "900.000");
-    EXPECT_EQ(f.View.Labels[SessionLabel::Bonus], "0");
+    EXPECT_EQ(f.Label(SessionLabel::Bonus), "0");
 }
 
 TEST(BonusSequence, NoStepsMeansNoPointsAndACountedBonusCanBeSwitchedOff) {

@@ -5,7 +5,7 @@
 #include "EngineReplay.h"
 #include "LevelRating.h"
 #include "LevelSolver.h"
-#include "board/TolvaBoard.h"
+#include "board/BoardFixture.h"
 #include "levels/LevelSetReader.h"
 #include "support/ZenkorModule.h"
 #include "testsupport/HeadlessPlatform.h"
@@ -22,23 +22,12 @@ using namespace tolva::levelgen;
 
 namespace {
 
-// A level from rows of text, top row first: '.' empty, '0'-'9' a colour, 'a'-'f' a
-// spell lying on the board (11 + 0..5); the rows stand at the bottom of a side x side
-// square. `spells` hides spell numbers under bricks, by cell.
-LevelRecord MakeLevel(int side, const std::vector<std::string>& rows,
-                      const std::vector<std::pair<Cell, int>>& spells = {}) {
+// A level from board text (see BoardFixture.h) whose rows stand at the bottom of a side x
+// side square; `spells` hides spell numbers under bricks, by cell.
+LevelRecord MakeLevel(int side, std::vector<std::string> rows, const std::vector<std::pair<Cell, int>>& spells = {}) {
+    rows.insert(rows.begin(), static_cast<std::size_t>(side) - rows.size(), "");
     LevelRecord level;
-    level.levelbricks = static_cast<std::int16_t>(side);
-    level.LevelName = "Test";
-    const int top = side - static_cast<int>(rows.size());
-    for (int r = 0; r < static_cast<int>(rows.size()); ++r)
-        for (int x = 0; x < static_cast<int>(rows[static_cast<std::size_t>(r)].size()); ++x) {
-            const char c = rows[static_cast<std::size_t>(r)][static_cast<std::size_t>(x)];
-            std::int16_t v = CellEmpty;
-            if (c >= '0' && c <= '9') v = static_cast<std::int16_t>(c - '0');
-            else if (c >= 'a' && c <= 'f') v = static_cast<std::int16_t>(FirstSpellCell + (c - 'a'));
-            level.BrickGrid(x, top + r) = v;
-        }
+    tolva::testing::FillLevel(level, "Test", rows);
     for (const auto& [cell, spell] : spells) level.SpellGrid(cell.x, cell.y) = static_cast<std::int16_t>(spell);
     return level;
 }

@@ -105,10 +105,7 @@ public:
     void Click(int x, int y, std::int16_t button = 1) { ClickCell(Board, x, y, button); }
     std::vector<std::string> Rows() const { return BoardRows(Board); }
     std::int16_t Stock(int spell) const { return Session.SpellStock[static_cast<std::size_t>(spell)]; }
-    std::string Label(SessionLabel label) const {
-        auto it = View.Labels.find(label);
-        return it == View.Labels.end() ? "<unset>" : it->second;
-    }
+    std::string Label(SessionLabel label) const { return View.Label(label); }
     std::string Stat(const std::string& section, const std::string& key) const {
         return ReadIni(Folder / "stat.ini", section, key);
     }
