@@ -21,7 +21,6 @@
 
 namespace tolva {
 
-class GameBuilder;
 class GameSaver;
 class Dialogs;
 class GameLevelSets;

@@ -1,8 +1,7 @@
 #pragma once
-// The sound effects of a game without a screen (tolva2-cli): there is no speaker to play
-// a wave to; a beep of the PC speaker takes its length on the game's clock, as the
-// blocking beep takes it on screen, so that a game plays with the same timing. The beeps
-// are counted for autoplay's summary.
+// The sound effects of a game without a screen (tolva2-cli): no speaker plays a wave; a beep
+// of the PC speaker takes its length on the game's clock, as the blocking beep takes it on
+// screen, so that a game plays with the same timing. Autoplay's summary counts the beeps.
 #include "support/platform/EventLoop.h"
 #include "support/platform/SoundEffects.h"
 

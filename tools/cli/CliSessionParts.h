@@ -1,9 +1,8 @@
 #pragma once
-// The parts of a game that tolva2-cli's headless games (play, autoplay) stand in for the
-// window and the services: the platform without a screen, dialogs that answer OK and
-// cancel file boxes (and can print what they show), a display that shows nothing (the commands print their own
-// lines), a game without a hiscore table and without the idle mascot, and the windows
-// that a key would open, of which a game without a screen has none.
+// What tolva2-cli's headless games (play, autoplay) put in place of the window and the
+// services: the platform without a screen, dialogs that answer OK and cancel file boxes (and
+// can print what they show), a view that draws nothing (the commands print their own lines),
+// a game without a hiscore table or idle mascot.
 #include "audio/HeadlessSoundEffects.h"
 #include "audio/IdleAnimation.h"
 #include "hiscores/HiscoreService.h"
@@ -48,7 +47,7 @@ private:
 // to the stream given after the seed, if any.
 using CliPlatform = HeadlessParts<HeadlessSurface, HeadlessSoundEffects, CliDialogs>;
 
-// The commands print their own lines; what the session shows is kept, not drawn.
+// The commands print their own lines; the session's view draws nothing.
 using SilentView = HeadlessSessionView;
 
 // play and autoplay write no file and keep no table: a score has no place in it.

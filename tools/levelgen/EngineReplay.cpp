@@ -7,12 +7,11 @@
 namespace tolva::levelgen {
 namespace {
 
-class EndWatch final : public BoardListener {
-public:
+// What the replay needs to hear from the board: the removals and the two ends of a level.
+struct EndWatch final : BoardListener {
     void BricksRemoved(std::int16_t) override { ++Removals; }
     void BonusScore(double, std::int16_t) override { Cleared = true; }
     void GameOver() override { Over = true; }
-
     int Removals = 0;
     bool Cleared = false;
     bool Over = false;

@@ -1,9 +1,7 @@
 #pragma once
-// The platform of a game without a screen in one object: the virtual-clock event loop, the
-// bitmap-reading picture store and seeded random numbers, with the surface, the sound
-// effects and the dialogs chosen by its user (tolva2-cli's plain ones, or parts that write
-// down what they are asked). Platform() bundles them for a board. Sound effects that keep
-// time on the game's clock are given the loop; dialogs are made from `dialogArgs`.
+// The platform of a game without a screen in one object: the virtual clock, the bitmap-reading
+// picture store and seeded random numbers, with the surface, sound effects (given the loop if
+// they keep time on it) and dialogs its user chooses: tolva2-cli's plain ones, or recorders.
 #include "support/platform/BoardPlatform.h"
 #include "support/platform/HeadlessEventLoop.h"
 #include "support/platform/HeadlessPictureStore.h"
