@@ -3,7 +3,7 @@
 // running game as the window does (the settings, the session and its board, the level
 // sets, the hiscore table with its file, the statistics log, the idle mascot, start-up and
 // shutdown) on the platform of the core: the virtual clock, pictures read but not shown,
-// sounds recorded but not played. tolva2-cli's `session` command and the tests play whole
+// sounds not played. tolva2-cli's `session` command and the tests play whole
 // games through it, writing the files the game writes in the game folder.
 //
 // The windows that keys and menus open (help, settings, statistics, about, the Internet
@@ -21,7 +21,6 @@
 
 namespace tolva {
 
-class GameBuilder;
 class GameSaver;
 class Dialogs;
 class GameLevelSets;
@@ -61,12 +60,10 @@ public:
     UndoHistory& Undo() { return built_->Undo(); }
     GameSaver& Saver() { return *saver_; }
     LevelModule& Game() { return *game_; }
-    GameSettings& Settings() { return settings_; }
     GameLevelSets& LevelSets() { return *levelSets_; }
     HiscoreKeeper& Hiscores() { return *hiscores_; }
     HeadlessHiscoreView& HiscoreScreen() { return *hiscoreView_; }
     HeadlessSessionView& View() { return *view_; }
-    HeadlessSoundEffects& Sound() { return *sound_; }
 
     // ---- StartupHost ---------------------------------------------------------------------
     // A screen tall enough for the window.

@@ -1,57 +1,41 @@
 #pragma once
-// What the session shows, kept as plain data instead of widgets: the game without a
-// screen (tolva2-cli's headless games, whose `labels` command prints these texts) and the
-// tests read it. Nothing is drawn; every text is kept as it was last shown.
+// What the session shows in a game without a screen (tolva2-cli): its labels are kept as
+// last shown, for the `labels` command to print; everything else the session shows has no
+// screen to go to and ends here.
 #include "session/SessionView.h"
 
-#include <array>
 #include <map>
 #include <string>
 #include <vector>
 
 namespace tolva {
 
-class HeadlessSessionView final : public SessionView {
+class HeadlessSessionView : public SessionView {
 public:
-    void SetLabel(SessionLabel label, const std::string& text) override { Labels[label] = text; }
-    void ShowSpellPanel(const SpellPanel& panel) override {
-        Panel = panel;
-        ++Panels;
-    }
-    void ShowLoading() override { LoadingShown = true; }
-    void ShowLoadingText(const std::string& text) override { LoadingTexts.push_back(text); }
-    void SetLoadingTopMost(bool onTop) override { LoadingTopMost = onTop; }
-    void CloseLoading() override { LoadingShown = false; }
-    void SetTitle(const std::string& title) override { Title = title; }
-    void SetLevelMenuEntry(int index, const std::string& caption) override {
-        if (index >= 0 && index < static_cast<int>(LevelMenu.size())) LevelMenu[static_cast<std::size_t>(index)] = caption;
-    }
-    void SetSpellToolTip(int spellNo, const std::string& name) override {
-        if (spellNo >= 0 && spellNo < static_cast<int>(SpellToolTips.size()))
-            SpellToolTips[static_cast<std::size_t>(spellNo)] = name;
-    }
-    void CopyToClipboard(const std::string& text) override { Clipboard = text; }
-    void ShowLevelSets(const std::vector<LevelSetEntry>& entries) override { LevelSets = entries; }
-    void ShowStandardBackground() override { ++StandardBackgrounds; }
-    void ShowCheatMode(bool on) override { CheatLabel = on; }
-    void ShowPractice(bool on) override { PracticeLabel = on; }
-    void ShowAutoplayChecked(bool checked) override { AutoplayMark = checked; }
+    void SetLabel(SessionLabel label, const std::string& text) override { labels_[label] = text; }
+    void ShowSpellPanel(const SpellPanel&) override {}
+    void ShowLoading() override {}
+    void ShowLoadingText(const std::string&) override {}
+    void SetLoadingTopMost(bool) override {}
+    void CloseLoading() override {}
+    void SetTitle(const std::string&) override {}
+    void SetLevelMenuEntry(int, const std::string&) override {}
+    void SetSpellToolTip(int, const std::string&) override {}
+    void CopyToClipboard(const std::string&) override {}
+    void ShowLevelSets(const std::vector<LevelSetEntry>&) override {}
+    void ShowStandardBackground() override {}
+    void ShowCheatMode(bool) override {}
+    void ShowPractice(bool) override {}
+    void ShowAutoplayChecked(bool) override {}
 
-    std::map<SessionLabel, std::string> Labels;
-    SpellPanel Panel;
-    int Panels = 0;
-    bool LoadingShown = false;
-    bool LoadingTopMost = true;
-    std::vector<std::string> LoadingTexts;
-    std::string Title;
-    std::array<std::string, 100> LevelMenu;
-    std::array<std::string, 6> SpellToolTips;
-    std::string Clipboard;
-    std::vector<LevelSetEntry> LevelSets;
-    int StandardBackgrounds = 0;
-    bool CheatLabel = false;
-    bool PracticeLabel = false;
-    bool AutoplayMark = false;
+    // The text last shown in `label`, empty if none was.
+    std::string Label(SessionLabel label) const {
+        const auto it = labels_.find(label);
+        return it != labels_.end() ? it->second : std::string();
+    }
+
+private:
+    std::map<SessionLabel, std::string> labels_;
 };
 
 } // namespace tolva

@@ -2,7 +2,7 @@
 // two effect strips that the spells wait for.
 #include "BmpWriter.h"
 #include "BoardFixture.h"
-#include "SpellSessionFixture.h"
+#include "session/SessionFixture.h"
 #include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
 
@@ -51,7 +51,7 @@ TEST(BonusSequence, FormatBonusCountsItsGroupsFromTheLeft) {
 }
 
 TEST(BonusSequence, ACleanedLevelCountsItsStepsUpOneTickEachAndLingersASecond) {
-    SpellSessionFixture f;
+    SessionFixture f;
     LoadDigits(f.Board, f.Folder);
     f.SetLevel(2, {"55", "66"});
     f.StartGame({"..", "11"});
@@ -62,7 +62,7 @@ TEST(BonusSequence, ACleanedLevelCountsItsStepsUpOneTickEachAndLingersASecond) {
     // the steps line shows and whether the screen is up.
     std::vector<std::string> timeline;
     std::vector<std::string> stepsShown;
-    f.Events.OnEvent = [&](const std::string& e) {
+    f.Log.OnEvent = [&](const std::string& e) {
         timeline.push_back(e + "@" + std::to_string(f.Host.Loop.NowMs()));
         if (e == "NewScore(100000)") {
             stepsShown.push_back(Shown(f.Board, f.Board.picTimes()));
@@ -96,7 +96,7 @@ TEST(BonusSequence, ACleanedLevelCountsItsStepsUpOneTickEachAndLingersASecond) {
 }
 
 TEST(BonusSequence, NineStepsPayNineHundredThousandWithTheirOwnSound) {
-    SpellSessionFixture f;
+    SessionFixture f;
     LoadDigits(f.Board, f.Folder);
     f.StartGame({"11", "22"});
     f.Session.BonusScore(100000, 9);
@@ -104,7 +104,7 @@ TEST(BonusSequence, NineStepsPayNineHundredThousandWithTheirOwnSound) {
     EXPECT_EQ(f.Session.Score, 900000);
     EXPECT_EQ(SoundFiles(f.Host.Sound)[0], "data\\10.wav");
     EXPECT_EQ(Shown(f.Board, f.Board.picBonus()), "900.000");
-    EXPECT_EQ(f.View.Labels[SessionLabel::Bonus], "0");
+    EXPECT_EQ(f.Label(SessionLabel::Bonus), "0");
 }
 
 TEST(BonusSequence, NoStepsMeansNoPointsAndACountedBonusCanBeSwitchedOff) {
@@ -123,7 +123,7 @@ TEST(BonusSequence, NoStepsMeansNoPointsAndACountedBonusCanBeSwitchedOff) {
     EXPECT_FALSE(f.Board.BonusPic().Visible());
 
     // With the counter off the session pays the whole bonus at once: no screen, no wait.
-    SpellSessionFixture s;
+    SessionFixture s;
     s.Settings.ShowBonusCounter = 0;
     s.SetLevel(2, {"55", "66"});
     s.StartGame({"..", "11"});
@@ -131,7 +131,7 @@ TEST(BonusSequence, NoStepsMeansNoPointsAndACountedBonusCanBeSwitchedOff) {
     s.Game->BonusTimes = 2;
     s.Click(0, 1);
     EXPECT_EQ(s.Host.Loop.NowMs(), 0);
-    const auto events = s.Events.Take();
+    const auto events = s.Log.Take();
     EXPECT_EQ(Rows(events.begin() + 4, events.end()), (Rows{"BonusScore(100000,3)", "NewLevel(2)", "CanDoNextMove"}));
     EXPECT_EQ(s.Session.Score, 300004);
     EXPECT_FALSE(s.Board.BonusPic().Visible());

@@ -2,7 +2,7 @@
 // "RAINBOW", "UMBRELLA" and "TEST TUBE" do to the grids, how a spell scores, and the
 // guards that keep clicks and spell buttons out while a spell runs.
 #include "BoardFixture.h"
-#include "SpellSessionFixture.h"
+#include "session/SessionFixture.h"
 #include "support/ZenkorModule.h"
 
 #include <gtest/gtest.h>
@@ -31,7 +31,7 @@ private:
 } // namespace
 
 TEST(SpellEngine, ASpellIsCollectedArmedSpentAndTheStockCarriesOver) {
-    SpellSessionFixture f;
+    SessionFixture f;
     f.SetLevel(2, {"11", "22"}, {"..", "4."});
     f.StartGame({"11.", "22.", "33."}, {"...", "...", "2.."});
     f.Board.AniDraw = false;
@@ -55,13 +55,13 @@ TEST(SpellEngine, ASpellIsCollectedArmedSpentAndTheStockCarriesOver) {
     f.Session.sp_Click(SpellBomb);
     EXPECT_EQ(f.Game->ActiveSpell, NoSpell);
     f.Session.sp_Click(SpellGun);
-    f.Events.Take();
+    f.Log.Take();
 
     // Fired: the shot takes its run, scores as one lump, and the spell is spent and
     // disarmed. It is no click of the level and earns no step of the level bonus.
     f.Click(0, 1);
     EXPECT_EQ(f.Rows(), (Rows{"...", "...", "22."}));
-    EXPECT_EQ(f.Events.Take(), (Rows{"SpellClick(2,1)", "SpellInUse(true)", "SpellInUse(false)", "SpellUsed(2)",
+    EXPECT_EQ(f.Log.Take(), (Rows{"SpellClick(2,1)", "SpellInUse(true)", "SpellInUse(false)", "SpellUsed(2)",
                                      "NewScore(4)", "BricksRemoved(2)", "CanDoNextMove"}));
     EXPECT_EQ(f.Stock(SpellGun), 0);
     EXPECT_EQ(f.Game->ActiveSpell, NoSpell);
@@ -79,7 +79,7 @@ TEST(SpellEngine, ASpellIsCollectedArmedSpentAndTheStockCarriesOver) {
     f.Session.sp_Click(SpellBomb);
     EXPECT_EQ(f.Game->ActiveSpell, SpellBomb);
     f.Click(0, 2);
-    EXPECT_EQ(f.Events.Take(), (Rows{"SpellClick(4,1)", "SpellInUse(true)", "SpellInUse(false)", "SpellUsed(4)",
+    EXPECT_EQ(f.Log.Take(), (Rows{"SpellClick(4,1)", "SpellInUse(true)", "SpellInUse(false)", "SpellUsed(4)",
                                      "NewScore(4)", "BricksRemoved(2)", "BonusScore(100000,1)", "NewScore(100000)",
                                      "NewLevel(2)", "CanDoNextMove"}));
     EXPECT_EQ(f.Stock(SpellBomb), -1);
@@ -90,7 +90,8 @@ TEST(SpellEngine, ASpellIsCollectedArmedSpentAndTheStockCarriesOver) {
 }
 
 TEST(SpellEngine, ButtonsAndBoardClicksAreTurnedAwayWhileASpellRuns) {
-    SpellSessionFixture f;
+    SessionFixture f;
+    f.Board.AniDraw = true;   // the board closes up step by step, on the clock
     f.StartGame({"123", "456", "789"});
     f.Session.SpellStock[SpellGun] = 1;
     f.Session.SpellStock[SpellUmbrella] = 1;
@@ -119,7 +120,7 @@ TEST(SpellEngine, ButtonsAndBoardClicksAreTurnedAwayWhileASpellRuns) {
     EXPECT_EQ(f.Stock(SpellGun), 0);
     EXPECT_EQ(f.Stock(SpellUmbrella), 1);
     EXPECT_EQ(f.Game->ActiveSpell, NoSpell);
-    EXPECT_EQ(f.Events.Take(), (Rows{"SpellClick(2,1)", "SpellInUse(true)", "SpellInUse(false)", "SpellUsed(2)",
+    EXPECT_EQ(f.Log.Take(), (Rows{"SpellClick(2,1)", "SpellInUse(true)", "SpellInUse(false)", "SpellUsed(2)",
                                      "NewScore(9)", "BricksRemoved(3)", "CanDoNextMove"}));
 }
 
@@ -287,7 +288,7 @@ TEST(SpellEngine, TheUmbrellaDealsElevenTimesAndKeepsHolesSpellsAndHiddenSpells)
 }
 
 TEST(SpellEngine, TheTestTubeMarksWithItsFirstClickAndPoursWithItsSecond) {
-    SpellSessionFixture f;
+    SessionFixture f;
     f.StartGame({"1123",
                  "1a45",
                  "6677",
@@ -302,11 +303,11 @@ TEST(SpellEngine, TheTestTubeMarksWithItsFirstClickAndPoursWithItsSecond) {
     EXPECT_EQ(SoundFiles(f.Host.Sound), (Rows{"data\\8.wav"}));
     EXPECT_EQ(f.Board.TestTubeX, -1);
     EXPECT_FALSE(f.Board.SpellClickPending);
-    EXPECT_TRUE(f.Events.Take().empty());
+    EXPECT_TRUE(f.Log.Take().empty());
 
     // The first click marks the cell, and the spell holds the board and the buttons.
     f.Click(0, 0);
-    EXPECT_EQ(f.Events.Take(), (Rows{"SpellClick(3,1)"}));
+    EXPECT_EQ(f.Log.Take(), (Rows{"SpellClick(3,1)"}));
     EXPECT_EQ(f.Board.TestTubeX, 0);
     EXPECT_EQ(f.Board.TestTubeY, 0);
     EXPECT_TRUE(f.Board.SpellClickPending);
@@ -330,7 +331,7 @@ TEST(SpellEngine, TheTestTubeMarksWithItsFirstClickAndPoursWithItsSecond) {
     f.Host.Surface.ClearRecords();
     f.Click(2, 2);
     EXPECT_EQ(f.Rows(), (Rows{"7723", "7a45", "6677", "8899"}));
-    EXPECT_EQ(f.Events.Take(), (Rows{"SpellInUse(true)", "SpellInUse(false)", "SpellUsed(3)", "CanDoNextMove"}));
+    EXPECT_EQ(f.Log.Take(), (Rows{"SpellInUse(true)", "SpellInUse(false)", "SpellUsed(3)", "CanDoNextMove"}));
     std::vector<std::string> painted;
     for (const auto& r : f.Host.Surface.Records()) painted.push_back(r.Picture);
     EXPECT_EQ(painted, (Rows{"Gfx(7)", "Gfx(7)", "Gfx(7)", "Gfx(7)", "Gfx(7)", "Gfx(7)", "Gfx(7)"}));
@@ -354,11 +355,11 @@ TEST(SpellEngine, TheTestTubeMarksWithItsFirstClickAndPoursWithItsSecond) {
     f.Click(2, 2);
     EXPECT_EQ(f.Rows(), (Rows{"7723", "7a45", "6677", "8899"}));
     EXPECT_EQ(f.Stock(SpellTestTube), 0);
-    EXPECT_EQ(f.Events.Take()[3], "SpellUsed(3)");
+    EXPECT_EQ(f.Log.Take()[3], "SpellUsed(3)");
 }
 
 TEST(SpellEngine, ALevelStartPutsAHalfDoneSpellBackToIdle) {
-    SpellSessionFixture f;
+    SessionFixture f;
     f.SetLevel(2, {"11", "22"});
     f.StartGame({"1123", "1445", "6677", "8899"});
     auto tube = f.Host.Pictures.CreateStrip("TestTubeAnimation");
@@ -380,7 +381,7 @@ TEST(SpellEngine, ALevelStartPutsAHalfDoneSpellBackToIdle) {
     EXPECT_EQ(f.Host.Surface.Pointer(), "");
 
     // The new level plays as usual: a plain click, and a spell button that answers.
-    f.Events.Take();
+    f.Log.Take();
     f.Board.AniDraw = false;
     f.Click(0, 0);
     EXPECT_EQ(f.Rows(), (Rows{"..", "22"}));
@@ -411,7 +412,7 @@ TEST(SpellEngine, ASpellThatEmptiesTheBoardEndsTheLevelAtTheClosingUp) {
 }
 
 TEST(SpellEngine, ASpellAimedOffTheBoardIsSpentAllTheSame) {
-    SpellSessionFixture f;
+    SessionFixture f;
     f.StartGame({"11", "22"});
     f.Session.SpellStock[SpellBomb] = 2;
     f.Board.UseSpell(SpellBomb, 5, 0);    // beyond the last column of a 2 x 2 board

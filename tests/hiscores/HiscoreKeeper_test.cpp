@@ -1,6 +1,6 @@
 // The end-of-game entry on the virtual clock, the flashing tick by tick, and the load and
 // save of a set's table.
-#include "hiscores/HeadlessHiscoreView.h"
+#include "testsupport/RecordingHiscoreView.h"
 #include "hiscores/HiscoreKeeper.h"
 #include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
@@ -14,7 +14,7 @@
 #include <vector>
 
 using tolva::HeadlessEventLoop;
-using tolva::HeadlessHiscoreView;
+using tolva::RecordingHiscoreView;
 using tolva::HiscoreEntry;
 using tolva::HiscoreKeeper;
 using tolva::HiscoreLoad;
@@ -25,7 +25,7 @@ namespace {
 
 struct KeeperFixture {
     HeadlessEventLoop loop;
-    HeadlessHiscoreView view;
+    RecordingHiscoreView view;
     HiscoreKeeper keeper{loop, view};
 
     KeeperFixture() {
@@ -40,7 +40,7 @@ struct Shown {
     std::int32_t textColour;
 };
 
-void ExpectDrawing(const HeadlessHiscoreView::Drawing& d, Shown expected) {
+void ExpectDrawing(const RecordingHiscoreView::Drawing& d, Shown expected) {
     EXPECT_EQ(d.HighlightPlace, expected.place);
     EXPECT_EQ(d.HighlightColor, expected.colour);
     EXPECT_EQ(d.HighlightTextColor, expected.textColour);

@@ -2,11 +2,13 @@
 // keeps to the game's rules cell for cell, what the solver finds clears the level on
 // the game's own board, and the rating counts what careless players manage.
 #include "BoardFeatures.h"
-#include "BoardReplay.h"
+#include "EngineReplay.h"
 #include "LevelRating.h"
 #include "LevelSolver.h"
+#include "board/BoardFixture.h"
 #include "levels/LevelSetReader.h"
 #include "support/ZenkorModule.h"
+#include "testsupport/HeadlessPlatform.h"
 
 #include <gtest/gtest.h>
 
@@ -17,44 +19,32 @@
 
 using namespace tolva;
 using namespace tolva::levelgen;
-using tolva::testing::Clicks;
-using tolva::testing::ReplayOnBoard;
 
 namespace {
 
-// A level from rows of text, top row first: '.' empty, '0'-'9' a colour, 'a'-'f' a
-// spell lying on the board (11 + 0..5); the rows stand at the bottom of a side x side
-// square. `spells` hides spell numbers under bricks, by cell.
-LevelRecord MakeLevel(int side, const std::vector<std::string>& rows,
-                      const std::vector<std::pair<Cell, int>>& spells = {}) {
+// A level from board text (see BoardFixture.h) whose rows stand at the bottom of a side x
+// side square; `spells` hides spell numbers under bricks, by cell.
+LevelRecord MakeLevel(int side, std::vector<std::string> rows, const std::vector<std::pair<Cell, int>>& spells = {}) {
+    rows.insert(rows.begin(), static_cast<std::size_t>(side) - rows.size(), "");
     LevelRecord level;
-    level.levelbricks = static_cast<std::int16_t>(side);
-    level.LevelName = "Test";
-    const int top = side - static_cast<int>(rows.size());
-    for (int r = 0; r < static_cast<int>(rows.size()); ++r)
-        for (int x = 0; x < static_cast<int>(rows[static_cast<std::size_t>(r)].size()); ++x) {
-            const char c = rows[static_cast<std::size_t>(r)][static_cast<std::size_t>(x)];
-            std::int16_t v = CellEmpty;
-            if (c >= '0' && c <= '9') v = static_cast<std::int16_t>(c - '0');
-            else if (c >= 'a' && c <= 'f') v = static_cast<std::int16_t>(FirstSpellCell + (c - 'a'));
-            level.BrickGrid(x, top + r) = v;
-        }
+    tolva::testing::FillLevel(level, "Test", rows);
     for (const auto& [cell, spell] : spells) level.SpellGrid(cell.x, cell.y) = static_cast<std::int16_t>(spell);
     return level;
-}
-
-Clicks ToClicks(const std::vector<Cell>& cells) {
-    Clicks out;
-    for (const auto& c : cells) out.emplace_back(c.x, c.y);
-    return out;
 }
 
 // True when `clicks` clear `level` on TolvaBoard, as level 1 of a fresh game.
 bool EngineClears(const LevelRecord& level, const std::vector<Cell>& clicks) {
     auto game = std::make_unique<LevelModule>();
     game->Levels[0] = level;
-    return ReplayOnBoard(*game, 1, ToClicks(clicks)).cleared;
+    HeadlessPlatform host;
+    return levelgen::EngineClears(*game, 1, clicks, host.Platform());
 }
+
+// Hears the level end with its bonus, the engine's word that the board is cleared.
+struct BonusWatch final : BoardListener {
+    bool cleared = false;
+    void BonusScore(double, std::int16_t) override { cleared = true; }
+};
 
 SolveOptions Budget(double seconds) {
     SolveOptions o;
@@ -84,10 +74,9 @@ TEST(PlayBoard, RandomClicksLeaveTheSameGridsAsTheEngine) {
         auto game = std::make_unique<LevelModule>();
         game->Levels[0] = level;
         HeadlessPlatform platform;
-        tolva::testing::ReplayListener listener;
+        BonusWatch listener;
         const GameSettings settings;
         TolvaBoard engine(*game, settings, platform.Platform(), listener);
-        listener.board = &engine;
         engine.AniDraw = false;
         std::int16_t number = 1;
         engine.NewGame(number);
@@ -95,11 +84,11 @@ TEST(PlayBoard, RandomClicksLeaveTheSameGridsAsTheEngine) {
         std::vector<Group> groups;
         for (int move = 0; move < (side == MaxBricks ? 300 : 60); ++move) {
             model.FindGroups(groups);
-            if (groups.empty() || listener.bonusScores > 0) break;
+            if (groups.empty() || listener.cleared) break;
             const Group g = groups[rng() % groups.size()];
             ASSERT_GT(model.Click(g.at.x, g.at.y), 0);
             engine.BoardClick(g.at.x, g.at.y);
-            if (listener.bonusScores > 0) {
+            if (listener.cleared) {
                 EXPECT_TRUE(model.Cleared());
                 break;
             }

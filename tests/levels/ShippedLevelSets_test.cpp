@@ -1,33 +1,31 @@
 // The level sets shipped with the game: the default set loads and passes its own test,
 // is laid out the way players meet it, and every level of both sets is cleared on the
 // game's engine by its stored solution. `levels solve` output replays the same way.
-#include "BoardReplay.h"
+#include "EngineReplay.h"
+#include "SolutionText.h"
 #include "levels/LevelSetReader.h"
 #include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
+#include "testsupport/HeadlessPlatform.h"
+#include "testsupport/SourceFiles.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <memory>
 #include <set>
 
 using namespace tolva;
 using namespace tolva::testing;
+using tolva::levelgen::EngineClears;
+using tolva::levelgen::ParseSolutions;
 
 namespace {
 
 const std::string Source = TOLVA_SOURCE_DIR;
-
-std::string ReadFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
 
 struct ShippedSet {
     std::unique_ptr<LevelModule> game = std::make_unique<LevelModule>();
@@ -44,17 +42,14 @@ struct ShippedSet {
 void ReplayStoredSolutions(const std::string& folder, const std::string& solutionFile, int levels) {
     ShippedSet set(folder);
     ASSERT_EQ(set.load.LevelsStored(), levels);
-    std::istringstream in(ReadFile(Source + "/tools/levelgen/" + solutionFile));
-    std::string line;
     std::set<int> replayed;
-    while (std::getline(in, line)) {
-        Clicks clicks;
-        const int level = ParseSolutionLine(line, clicks);
-        if (level == 0) continue;
-        ASSERT_GT(level, 0) << line;
-        const ReplayOutcome outcome = ReplayOnBoard(*set.game, level, clicks);
-        EXPECT_TRUE(outcome.cleared) << folder << " level " << level << ": " << outcome.Describe();
-        replayed.insert(level);
+    for (const auto& solution : ParseSolutions(ReadSource("tools/levelgen/" + solutionFile))) {
+        ASSERT_TRUE(solution.solved) << folder << " level " << solution.level;
+        HeadlessPlatform host;
+        std::size_t failedAt = 0;
+        EXPECT_TRUE(EngineClears(*set.game, solution.level, solution.clicks, host.Platform(), &failedAt))
+            << folder << " level " << solution.level << ": stopped at click " << failedAt;
+        replayed.insert(solution.level);
     }
     EXPECT_EQ(static_cast<int>(replayed.size()), levels);
 }
@@ -147,7 +142,7 @@ TEST(ShippedLevelSets, SolverOutputReplaysOnTheEngine) {
     // The first three default levels, copied into a set of their own.
     TempFolder f;
     std::filesystem::create_directories(f / "first");
-    const std::string all = ReadFile(Source + "/game/levels/default/levels.set");
+    const std::string all = ReadSource("game/levels/default/levels.set");
     f.Write("first/levels.set", all.substr(0, all.find("[level4]")));
     const std::string command = std::string(TOLVA_CLI) + " levels solve '" + (f / "first") + "' --budget 20";
     FILE* pipe = ::popen(command.c_str(), "r");
@@ -159,15 +154,20 @@ TEST(ShippedLevelSets, SolverOutputReplaysOnTheEngine) {
     EXPECT_EQ(::pclose(pipe), 0);
 
     ShippedSet set("default");
-    std::istringstream in(out);
-    std::string line;
-    int solved = 0;
-    while (std::getline(in, line)) {
-        Clicks clicks;
-        const int level = ParseSolutionLine(line, clicks);
-        ASSERT_GT(level, 0) << line;
-        EXPECT_TRUE(ReplayOnBoard(*set.game, level, clicks).cleared) << line;
-        ++solved;
+    const auto solutions = ParseSolutions(out);
+    ASSERT_EQ(solutions.size(), 3u) << out;
+    for (const auto& solution : solutions) {
+        HeadlessPlatform host;
+        ASSERT_TRUE(solution.solved && !solution.clicks.empty()) << "level " << solution.level;
+        EXPECT_TRUE(EngineClears(*set.game, solution.level, solution.clicks, host.Platform())) << solution.level;
+        // Short of its last click, or with one click more, a solution clears nothing.
+        auto clicks = solution.clicks;
+        clicks.push_back(clicks.back());
+        std::size_t failedAt = 0;
+        EXPECT_FALSE(EngineClears(*set.game, solution.level, clicks, host.Platform(), &failedAt));
+        EXPECT_EQ(failedAt, solution.clicks.size());
+        clicks.resize(clicks.size() - 2);
+        EXPECT_FALSE(EngineClears(*set.game, solution.level, clicks, host.Platform(), &failedAt));
+        EXPECT_EQ(failedAt, clicks.size());
     }
-    EXPECT_EQ(solved, 3);
 }

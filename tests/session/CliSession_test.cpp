@@ -4,6 +4,7 @@
 #include "support/ZenkorModule.h"
 
 #include "CliRunner.h"
+#include "testsupport/SourceFiles.h"
 
 #include <gtest/gtest.h>
 
@@ -15,16 +16,10 @@
 using tolva::testing::Cli;
 using tolva::testing::CliRun;
 using tolva::testing::Quote;
+using tolva::testing::ReadSource;
 using tolva::testing::TempFolder;
 
 namespace {
-
-std::string ReadSource(const std::string& relative) {
-    std::ifstream in(std::string(TOLVA_SOURCE_DIR) + "/" + relative, std::ios::binary);
-    std::stringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
 
 // A game folder with both shipped sets and no pictures or tolva2.ini.
 struct GameDir {

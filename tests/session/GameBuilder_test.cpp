@@ -1,5 +1,6 @@
 // The game as the builder puts it together: the board's events reach the session through
-// the relay, the undo history sees every move, and the focus looks at the same board.
+// the relay, the undo history sees every move, and the focus looks at the same board. The
+// board without a relay is the headless game's, which the tolva2-cli session tests play.
 #include "session/BoardFocus.h"
 #include "session/GameBuilder.h"
 #include "session/UndoHistory.h"
@@ -37,19 +38,4 @@ TEST(GameBuilder, WiresTheBoardTheSessionTheUndoAndTheFocus) {
 
     // The board is made once: a second one would leave the session driving the first.
     EXPECT_THROW(f.Built.BuildBoard(), std::logic_error);
-}
-
-TEST(GameBuilder, WithoutARelayTheBoardTalksToTheSession) {
-    SessionFixture host;
-    GameBuilder built(GameParts{*host.Game, host.Settings, host.Host.Platform(), host.View,
-                                SessionServices{host.Services, host.Stats, host.Services, host.Windows}});
-    TolvaBoard& board = built.BuildBoard();
-    board.AniDraw = false;
-    host.SetLevel(1, {"112", "332", "444"});
-    ASSERT_TRUE(built.Session().NewGame(1));
-    float x = 0, y = 2;
-    board.ClickOnBrick(x, y, 1);
-    EXPECT_GT(built.Session().Score, 0);
-    EXPECT_EQ(host.Events.Moves, 0);   // the fixture's own relay saw nothing of this board
-    EXPECT_EQ(built.Undo().Steps(), 1u);
 }

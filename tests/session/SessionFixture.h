@@ -1,14 +1,15 @@
 #pragma once
 // A whole game without a window: the board and the session on the headless platform, built
-// as the game builds them, with a view and services that write down what the session shows and asks for, and a
-// counting listener between board and session. The game folder is a fresh temporary
-// folder, so stat.ini lands there. The random numbers may be given by the test.
+// as the game builds them, with a view and services that write down what the session shows
+// and asks for. Between board and session every event is written down in Log (as the board
+// tests' RecordingListener writes it) and counted by Events. The game folder is a fresh
+// temporary folder, so stat.ini lands there. The random numbers may be given by the test.
 #include "board/BoardFixture.h"
 #include "levels/LevelSetReader.h"
 #include "session/CountingListener.h"
 #include "session/GameBuilder.h"
 #include "session/GameSession.h"
-#include "session/HeadlessSessionView.h"
+#include "testsupport/RecordingSessionView.h"
 #include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
 
@@ -17,7 +18,7 @@
 
 namespace tolva::testing {
 
-using RecordingView = HeadlessSessionView;
+using RecordingView = RecordingSessionView;
 
 // The hiscore table and the idle mascot as the session calls them, written down.
 class RecordingServices final : public HiscoreService, public IdleAnimation {
@@ -37,6 +38,31 @@ public:
     void RestartIdle() override { ++IdleRestarts; }
 };
 
+// Writes each event down, then hands it on.
+class RecordAndForward final : public BoardListener {
+public:
+    RecordAndForward(RecordingListener& log, BoardListener& target) : log_(log), target_(target) {}
+
+    void BricksRemoved(std::int16_t n) override { log_.BricksRemoved(n), target_.BricksRemoved(n); }
+    void MouseMove(std::int16_t x, std::int16_t y) override { log_.MouseMove(x, y), target_.MouseMove(x, y); }
+    void GameOver() override { log_.GameOver(), target_.GameOver(); }
+    void NewScore(double p) override { log_.NewScore(p), target_.NewScore(p); }
+    void NewSpell(std::int16_t s) override { log_.NewSpell(s), target_.NewSpell(s); }
+    void NewLevel(std::int16_t l) override { log_.NewLevel(l), target_.NewLevel(l); }
+    void SpellUsed(std::int16_t s) override { log_.SpellUsed(s), target_.SpellUsed(s); }
+    void BonusScore(double b, std::int16_t t) override { log_.BonusScore(b, t), target_.BonusScore(b, t); }
+    void BonusTimes(std::int16_t t) override { log_.BonusTimes(t), target_.BonusTimes(t); }
+    void CanDoNextMove() override { log_.CanDoNextMove(), target_.CanDoNextMove(); }
+    void ResourceLoaded(const std::string& r) override { log_.ResourceLoaded(r), target_.ResourceLoaded(r); }
+    void SpellInUse(bool u) override { log_.SpellInUse(u), target_.SpellInUse(u); }
+    void RemoveClick(std::int16_t l) override { log_.RemoveClick(l), target_.RemoveClick(l); }
+    void SpellClick(std::int16_t s, std::int16_t l) override { log_.SpellClick(s, l), target_.SpellClick(s, l); }
+
+private:
+    RecordingListener& log_;
+    BoardListener& target_;
+};
+
 class SessionFixture {
 public:
     explicit SessionFixture(Random* rng = nullptr)
@@ -45,7 +71,8 @@ public:
           Built(GameParts{*Game, Settings, WithRandom(Host, rng), View, SessionServices{Services, Stats, Services, Windows}}),
           Session(Built.Session()),
           Events(Session),
-          Board(Built.BuildBoard(&Events)) {
+          Forward(Log, Events),
+          Board(Built.BuildBoard(&Forward)) {
         SetAppPath(Folder.Path());
         Board.AniDraw = false;
     }
@@ -61,16 +88,24 @@ public:
     GameBuilder Built;
     GameSession& Session;
     CountingListener Events;
+    RecordingListener Log;
+    RecordAndForward Forward;
     TolvaBoard& Board;
 
     void SetLevel(int number, const std::vector<std::string>& rows, const std::vector<std::string>& spells = {}) {
         FillLevel(Game->Levels[static_cast<std::size_t>(number - 1)], "LEVEL " + std::to_string(number), rows, spells);
     }
-    void Click(int x, int y, std::int16_t button = 1) { ClickCell(Board, x, y, button); }
-    std::string Label(SessionLabel label) const {
-        auto it = View.Labels.find(label);
-        return it == View.Labels.end() ? "<unset>" : it->second;
+    // Starts a game at level 1 with these cells; the events of the start are dropped.
+    void StartGame(const std::vector<std::string>& rows, const std::vector<std::string>& spells = {}) {
+        SetLevel(1, rows, spells);
+        ASSERT_TRUE(Session.NewGame(1));
+        Log.Take();
+        Host.Sound.ClearCalls();
     }
+    void Click(int x, int y, std::int16_t button = 1) { ClickCell(Board, x, y, button); }
+    std::vector<std::string> Rows() const { return BoardRows(Board); }
+    std::int16_t Stock(int spell) const { return Session.SpellStock[static_cast<std::size_t>(spell)]; }
+    std::string Label(SessionLabel label) const { return View.Label(label); }
     std::string Stat(const std::string& section, const std::string& key) const {
         return ReadIni(Folder / "stat.ini", section, key);
     }

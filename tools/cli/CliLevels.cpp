@@ -14,14 +14,12 @@
 #include "CliCommand.h"
 #include "CliSessionParts.h"
 
+#include "EngineReplay.h"
 #include "LevelRating.h"
 #include "LevelSetText.h"
 #include "LevelSolver.h"
 #include "SolutionText.h"
-#include "board/BoardListener.h"
-#include "board/TolvaBoard.h"
 #include "levels/LevelSetReader.h"
-#include "settings/GameSettings.h"
 #include "support/ZenkorModule.h"
 
 #include <charconv>
@@ -144,39 +142,6 @@ int RunSeal(const std::string& dir) {
     return ExitOk;
 }
 
-// Plays a solution on TolvaBoard itself, closing up at once: the search runs on a copy
-// of the rules, and only the game's own engine may say that a level is cleared. True
-// when every click takes a group and the last one, and no earlier one, ends the level.
-class EngineReplay final : public BoardListener {
-public:
-    bool Clears(LevelModule& game, int level, const std::vector<levelgen::Cell>& clicks) {
-        CliPlatform host(1);
-        GameSettings settings;
-        settings.AniDraw = false;
-        settings.MakeStat = false;
-        TolvaBoard board(game, settings, host.Platform(), *this);
-        board.ApplySettings(settings);
-        std::int16_t number = static_cast<std::int16_t>(level);
-        board.NewGame(number);
-        for (const auto& c : clicks) {
-            if (cleared_ || gameOver_) return false;   // ended before its last click
-            const int before = removals_;
-            board.BoardClick(c.x, c.y);
-            if (removals_ == before) return false;
-        }
-        return cleared_ && !gameOver_;
-    }
-
-    void BricksRemoved(std::int16_t) override { ++removals_; }
-    void BonusScore(double, std::int16_t) override { cleared_ = true; }
-    void GameOver() override { gameOver_ = true; }
-
-private:
-    int removals_ = 0;
-    bool cleared_ = false;
-    bool gameOver_ = false;
-};
-
 // The whole text as a number, or nothing.
 template <typename T>
 bool ParseWhole(const std::string& text, T& value) {
@@ -226,7 +191,8 @@ int RunSolve(const std::vector<std::string>& args) {
         options.seed = static_cast<std::uint64_t>(n);
         const levelgen::SolveResult result = levelgen::SolveLevel(board, options);
         bool solved = result.solved && levelgen::ReplayClears(board, result.clicks);
-        if (solved && !EngineReplay().Clears(*set.game, n, result.clicks)) {
+        CliPlatform host(1);
+        if (solved && !levelgen::EngineClears(*set.game, n, result.clicks, host.Platform())) {
             std::cerr << "tolva2-cli: levels solve: level " << n << ": the game's board does not clear with the clicks found\n";
             solved = false;
         }

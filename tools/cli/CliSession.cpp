@@ -193,11 +193,7 @@ void SessionRun::PrintTable() {
 }
 
 void SessionRun::PrintLabels() {
-    const auto& labels = game_.View().Labels;
-    for (const auto& [label, name] : LabelNames) {
-        const auto it = labels.find(label);
-        std::cout << name << ": " << (it != labels.end() ? it->second : std::string()) << '\n';
-    }
+    for (const auto& [label, name] : LabelNames) std::cout << name << ": " << game_.View().Label(label) << '\n';
 }
 
 int RunSession(const std::vector<std::string>& args) {

@@ -1,19 +1,15 @@
 #pragma once
-// The parts of a game that tolva2-cli's headless games (play, autoplay) stand in for the
-// window and the services: the platform without a screen, dialogs that answer OK and
-// cancel file boxes (and can print what they show), a display that shows nothing (the commands print their own
-// lines), a game without a hiscore table and without the idle mascot, and the windows
-// that a key would open, of which a game without a screen has none.
+// What tolva2-cli's headless games (play, autoplay) put in place of the window and the
+// services: the platform without a screen, dialogs that answer OK and cancel file boxes (and
+// can print what they show), a view that draws nothing (the commands print their own lines),
+// a game without a hiscore table or idle mascot.
 #include "audio/HeadlessSoundEffects.h"
 #include "audio/IdleAnimation.h"
 #include "hiscores/HiscoreService.h"
 #include "session/SessionServices.h"
 #include "session/HeadlessSessionView.h"
-#include "support/platform/BoardPlatform.h"
-#include "support/platform/HeadlessEventLoop.h"
-#include "support/platform/HeadlessPictureStore.h"
+#include "support/platform/HeadlessParts.h"
 #include "support/platform/HeadlessSurface.h"
-#include "support/platform/SeededRandom.h"
 
 #include <iostream>
 #include <string>
@@ -47,25 +43,11 @@ private:
     std::ostream* out_;
 };
 
-// The platform of a game without a screen, on the virtual clock.
-class CliPlatform {
-public:
-    explicit CliPlatform(std::uint64_t seed, std::ostream* messages = nullptr)
-        : Pictures(Loop), Sound(Loop), Dialog(messages), Rng(seed) {}
-    CliPlatform(const CliPlatform&) = delete;
-    CliPlatform& operator=(const CliPlatform&) = delete;
+// The platform of a game without a screen, on the virtual clock; message boxes are printed
+// to the stream given after the seed, if any.
+using CliPlatform = HeadlessParts<HeadlessSurface, HeadlessSoundEffects, CliDialogs>;
 
-    BoardPlatform Platform() { return {Loop, Surface, Pictures, Sound, Dialog, Rng}; }
-
-    HeadlessEventLoop Loop;
-    HeadlessSurface Surface;
-    HeadlessPictureStore Pictures;
-    HeadlessSoundEffects Sound;
-    CliDialogs Dialog;
-    SeededRandom Rng;
-};
-
-// The commands print their own lines; what the session shows is kept, not drawn.
+// The commands print their own lines; the session's view draws nothing.
 using SilentView = HeadlessSessionView;
 
 // play and autoplay write no file and keep no table: a score has no place in it.

@@ -17,6 +17,7 @@
 #include "support/ZenkorModule.h"
 #include "support/platform/HeadlessEventLoop.h"
 #include "testsupport/ScriptedDialogs.h"
+#include "testsupport/SourceFiles.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -39,6 +40,7 @@
 static void InitBuiltinPictures() { Q_INIT_RESOURCE(builtin); }
 
 using namespace tolva;
+using tolva::testing::ReadSource;
 using tolva::testing::TempFolder;
 namespace fs = std::filesystem;
 
@@ -166,13 +168,6 @@ const std::vector<Row>& Matrix() {
 }
 
 // ---- the game folder ---------------------------------------------------------------------
-
-std::string ReadSource(const std::string& relative) {
-    std::ifstream in(std::string(TOLVA_SOURCE_DIR) + "/" + relative, std::ios::binary);
-    std::stringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
 
 // A whole game folder: the shipped default set, the built pictures, sounds and module
 // (linked, not copied), settings past the first start, a statistics log and a table.

@@ -11,6 +11,7 @@
 #include "support/ZenkorModule.h"
 #include "support/platform/HeadlessEventLoop.h"
 #include "testsupport/ScriptedDialogs.h"
+#include "testsupport/SourceFiles.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -30,18 +31,12 @@
 static void InitBuiltinPictures() { Q_INIT_RESOURCE(builtin); }
 
 using namespace tolva;
+using tolva::testing::ReadSource;
 using tolva::testing::TempFolder;
 
 namespace {
 
 constexpr int WaitLimitMs = 30000;
-
-std::string ReadSource(const std::string& relative) {
-    std::ifstream in(std::string(TOLVA_SOURCE_DIR) + "/" + relative, std::ios::binary);
-    std::stringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
 
 // The server as its own process, stopped with SIGTERM at the end.
 class Server {

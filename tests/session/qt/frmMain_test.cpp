@@ -18,6 +18,7 @@
 #include "support/ZenkorModule.h"
 #include "testsupport/ScriptedDialogs.h"
 #include "support/platform/HeadlessEventLoop.h"
+#include "testsupport/SourceFiles.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -38,16 +39,10 @@
 static void InitBuiltinPictures() { Q_INIT_RESOURCE(builtin); }
 
 using namespace tolva;
+using tolva::testing::ReadSource;
 using tolva::testing::TempFolder;
 
 namespace {
-
-std::string ReadSource(const std::string& relative) {
-    std::ifstream in(std::string(TOLVA_SOURCE_DIR) + "/" + relative, std::ios::binary);
-    std::stringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
 
 // A game folder with the shipped default set, the given tolva2.ini and no pictures:
 // the window must start all the same, with its built-in pictures.
