@@ -1,7 +1,7 @@
 #pragma once
 // HiscoreView: what the hiscore table shows. The window draws the table on the main
-// window and asks for initials in frmHiscore; the headless view (tolva2-cli, tests)
-// records the drawings and answers from a script.
+// window and asks for initials in frmHiscore; the headless view (tolva2-cli) draws
+// nothing and answers from queued keys, and the tests' recorder keeps every drawing.
 #include "hiscores/Hiscores.h"
 
 #include <cstdint>

@@ -3,7 +3,7 @@
 // (timers, letting pending events run, Pause), the drawing surface, the store of its
 // pictures and strips, the sound routine, dialogs and the random numbers. The board takes
 // this one argument; the Qt front end fills it with its implementations, tests and
-// tolva2-cli with the headless ones (HeadlessPlatform).
+// tolva2-cli with the headless ones (HeadlessParts).
 #include "support/platform/BoardSurface.h"
 #include "support/platform/Dialogs.h"
 #include "support/platform/EventLoop.h"
