@@ -1,11 +1,13 @@
 #pragma once
-// Small helpers shared by the asset tests: where the generated files are, and reading
-// the raw header of a bitmap.
+// Small helpers shared by the asset tests: where the generated files are, loading a
+// picture, and reading the raw header of a bitmap.
 #include <QByteArray>
 #include <QFile>
 #include <QImage>
 #include <QString>
 #include <cstdint>
+
+#include "support/platform/qt/RawPicture.h"
 
 namespace assets_test {
 
@@ -32,6 +34,17 @@ inline uint32_t Le(const QByteArray& b, int at, int bytes)
         v = (v << 8) | static_cast<uint8_t>(b.at(at + i));
     }
     return v;
+}
+
+// A picture as 32-bit pixels: a bitmap, or one of the raw pictures (.rgb32) the game
+// shows without decoding.
+inline QImage Load(const QString& path)
+{
+    if (path.endsWith(QLatin1String(".rgb32"))) {
+        const QByteArray bytes = ReadAll(path);
+        return tolva::RawPictureView(reinterpret_cast<const uchar*>(bytes.constData()), bytes.size()).copy();
+    }
+    return QImage(path).convertToFormat(QImage::Format_RGB32);
 }
 
 struct BmpHeader {

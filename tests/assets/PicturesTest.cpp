@@ -53,16 +53,6 @@ std::vector<Expected> EveryBitmap()
     return all;
 }
 
-QImage Load(const QString& path)
-{
-    if (path.endsWith(QLatin1String(".rgb32"))) {
-        QFile file(path);
-        const QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-        return tolva::RawPictureView(reinterpret_cast<const uchar*>(bytes.constData()), bytes.size()).copy();
-    }
-    return QImage(path).convertToFormat(QImage::Format_RGB32);
-}
-
 // Perceived lightness, CIE L* from 0 to 100, of an sRGB colour.
 double Lightness(QRgb c)
 {

@@ -27,11 +27,6 @@ QStringList LevelFolders(const QString& set)
     return folders;
 }
 
-QImage Load(const QString& path)
-{
-    return QImage(path).convertToFormat(QImage::Format_RGB32);
-}
-
 double Distance(QRgb a, QRgb b)
 {
     return std::hypot(qRed(a) - qRed(b), qGreen(a) - qGreen(b), qBlue(a) - qBlue(b));

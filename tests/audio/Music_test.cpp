@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 using namespace tolva;
 using tolva::testing::RecordingMusicPlayer;
 using tolva::testing::TempFolder;
@@ -31,19 +33,17 @@ struct MusicFolder {
 TEST(StartMusic, ExternalFileGoesToTheRendererOrTheMediaPlayerByItsExtension) {
     MusicFolder f;
     f.Settings.UseExternalMusicFile = true;
-    for (const std::string name : {"song.MOD", "tune.xm", "a.It", "b.s3m", "c.669"}) {
+    // The modules the renderer plays, and what else the media player takes.
+    const std::vector<std::pair<std::string, bool>> files = {
+        {"song.MOD", true}, {"tune.xm", true}, {"a.It", true}, {"b.s3m", true}, {"c.669", true},
+        {"voice.wav", false}, {"radio.MP3", false}, {"noextension", false}};
+    for (const auto& [name, module] : files) {
         f.Folder.Write(name, "x");
         f.Settings.ExtMusicFile = name;
         f.Player.Calls.clear();
         StartMusic(f.Settings, f.Player, f.Default);
-        EXPECT_EQ(f.Player.Calls, (Calls{"SetVolume 100", "PlayMod " + f.Stored(name) + " loop 0"})) << name;
-    }
-    for (const std::string name : {"voice.wav", "radio.MP3", "noextension"}) {
-        f.Folder.Write(name, "x");
-        f.Settings.ExtMusicFile = name;
-        f.Player.Calls.clear();
-        StartMusic(f.Settings, f.Player, f.Default);
-        EXPECT_EQ(f.Player.Calls, (Calls{"SetVolume 100", "PlayAnyFile " + f.Stored(name)})) << name;
+        const std::string play = module ? "PlayMod " + f.Stored(name) + " loop 0" : "PlayAnyFile " + f.Stored(name);
+        EXPECT_EQ(f.Player.Calls, (Calls{"SetVolume 100", play})) << name;
     }
 }
 

@@ -4,6 +4,7 @@
 // other for every text of codes 32 and above.
 #include "fuzz/FuzzCheck.h"
 #include "support/GameError.h"
+#include "support/SteppedCipher.h"
 #include "support/ZenkorModule.h"
 
 #include <fuzzer/FuzzedDataProvider.h>
@@ -15,23 +16,6 @@
 namespace {
 
 constexpr const char* Target = "crypter";
-
-// The plain loop, one step at a time, as the rotation is defined.
-std::string Stepped(const std::string& text, std::int32_t key, bool up) {
-    std::string out;
-    for (const char ch : text) {
-        int c = static_cast<unsigned char>(ch);
-        for (std::int32_t i = 0; i < key; ++i) {
-            if (up) {
-                if (++c > 255) c = 32;
-            } else {
-                if (--c < 32) c = 255;
-            }
-        }
-        out += static_cast<char>(c);
-    }
-    return out;
-}
 
 bool RaisesKeyError(bool up, const std::string& text, std::int32_t key) {
     try {
@@ -59,8 +43,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     const std::string enc = tolva::EncryptNumber(text, key);
     const std::string dec = tolva::DecryptNumber(text, key);
-    tolva::fuzz::Check(enc == Stepped(text, key, true), Target, "EncryptNumber differs from the step-by-step loop");
-    tolva::fuzz::Check(dec == Stepped(text, key, false), Target, "DecryptNumber differs from the step-by-step loop");
+    tolva::fuzz::Check(enc == tolva::testing::SteppedCipher(text, key, true), Target, "EncryptNumber differs from the step-by-step loop");
+    tolva::fuzz::Check(dec == tolva::testing::SteppedCipher(text, key, false), Target, "DecryptNumber differs from the step-by-step loop");
 
     bool printable = true;
     for (const char c : text) printable = printable && static_cast<unsigned char>(c) >= 32;

@@ -44,13 +44,18 @@ inline int FreePort() {
     return ntohs(address.sin_port);
 }
 
-inline int Connect(int port) {
+// A connection to the port of 127.0.0.1, from the loopback address `from` if given; -1
+// if it fails.
+inline int Connect(int port, std::uint32_t from = 0) {
     const int s = ::socket(AF_INET, SOCK_STREAM, 0);
     sockaddr_in address{};
     address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<std::uint16_t>(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    if (::connect(s, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0) return s;
+    address.sin_addr.s_addr = htonl(from);
+    if (from == 0 || ::bind(s, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0) {
+        address.sin_port = htons(static_cast<std::uint16_t>(port));
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        if (::connect(s, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0) return s;
+    }
     ::close(s);
     return -1;
 }
@@ -143,18 +148,22 @@ private:
     pid_t pid_ = -1;
 };
 
-inline long long Count(const std::string& db, const char* table) {
-    sqlite3* handle = nullptr;
-    sqlite3_open_v2(db.c_str(), &handle, SQLITE_OPEN_READONLY, nullptr);
-    sqlite3_stmt* statement = nullptr;
-    long long n = -1;
-    const std::string sql = std::string("SELECT count(*) FROM ") + table;
-    if (sqlite3_prepare_v2(handle, sql.c_str(), -1, &statement, nullptr) == SQLITE_OK &&
-        sqlite3_step(statement) == SQLITE_ROW)
-        n = sqlite3_column_int64(statement, 0);
-    sqlite3_finalize(statement);
-    sqlite3_close(handle);
-    return n;
+// Runs `sql` on the SQLite file with a connection of its own; the first value of its
+// last statement as bytes, or "(error)".
+inline std::string Query(const std::string& path, const char* sql) {
+    sqlite3* db = nullptr;
+    sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+    std::string value = "(error)";
+    for (const char* rest = sql; rest && *rest;) {
+        sqlite3_stmt* statement = nullptr;
+        if (sqlite3_prepare_v2(db, rest, -1, &statement, &rest) != SQLITE_OK || !statement) break;
+        if (sqlite3_step(statement) == SQLITE_ROW)
+            value.assign(static_cast<const char*>(sqlite3_column_blob(statement, 0)) ?: "",
+                         static_cast<std::size_t>(sqlite3_column_bytes(statement, 0)));
+        sqlite3_finalize(statement);
+    }
+    sqlite3_close(db);
+    return value;
 }
 
 inline std::string FormOf(const tolva::Hiscores& table) {

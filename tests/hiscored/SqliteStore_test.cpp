@@ -1,37 +1,11 @@
 // What only the SQLite store has: the file itself, WAL, and files of older servers.
 #include "SqliteHiscoreStore.h"
 
-#include "support/TempFolder.h"
-
-#include <gtest/gtest.h>
-#include <sqlite3.h>
+#include "ServerHarness.h"
 
 using namespace tolva::hiscored;
 using tolva::testing::TempFolder;
-
-namespace {
-
-// Runs `sql` on the file with a connection of its own; the first value of its last
-// statement, or "(error)".
-std::string Query(const std::string& path, const char* sql) {
-    sqlite3* db = nullptr;
-    sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
-    std::string value = "(error)";
-    const char* rest = sql;
-    while (rest && *rest) {
-        sqlite3_stmt* statement = nullptr;
-        if (sqlite3_prepare_v2(db, rest, -1, &statement, &rest) != SQLITE_OK) break;
-        if (!statement) break;
-        if (sqlite3_step(statement) == SQLITE_ROW)
-            value.assign(static_cast<const char*>(sqlite3_column_blob(statement, 0)) ?: "",
-                         static_cast<std::size_t>(sqlite3_column_bytes(statement, 0)));
-        sqlite3_finalize(statement);
-    }
-    sqlite3_close(db);
-    return value;
-}
-
-} // namespace
+using tolva::testing::hiscored::Query;
 
 TEST(SqliteStore, KeepsTheStatisticsInAWalFileAndReadsThePageFromTheIndex) {
     TempFolder folder;

@@ -8,8 +8,8 @@
 #include "testsupport/ScriptedDialogs.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -126,9 +126,8 @@ TEST(HiscoreKeeper, ATickWithNoPlaceSwitchesTheTimerOff) {
 
 TEST(HiscoreKeeper, LoadsAndSavesTheTableOfEachSet) {
     TempFolder dir;
-    ASSERT_EQ(::mkdir((dir / "levels").c_str(), 0755), 0);
-    ASSERT_EQ(::mkdir((dir / "levels/default").c_str(), 0755), 0);
-    ASSERT_EQ(::mkdir((dir / "levels/mine").c_str(), 0755), 0);
+    std::filesystem::create_directories(dir / "levels/default");
+    std::filesystem::create_directories(dir / "levels/mine");
     const std::string game = dir.Path() + "\\";
     KeeperFixture f;
     tolva::ScriptedDialogs dialogs;

@@ -27,7 +27,10 @@ Hiscores PlayedTable() {
     return table;
 }
 
+// The menu's parts around a table, by default one with two scores.
 struct Menu {
+    explicit Menu(Hiscores table = PlayedTable()) : Table(std::move(table)) {}
+
     Hiscores Table;
     ScriptedDialogs Boxes;
     std::vector<bool> Opened;   // one element per browser window, true for a submission
@@ -53,13 +56,11 @@ TEST(HiscoreWeb, ATableWithoutAScoreAboveZeroIsRefusedByBothWithTheExportMessage
     named[0] = {"ZED", 3, 0};
     named[1] = {"NEG", 1, -5};
     for (const Hiscores& table : {Hiscores{}, named}) {
-        Menu m;
-        m.Table = table;
+        Menu m(table);
         EXPECT_EQ(ExportHiscore(m.State(true, false), "/desk"), ExportOutcome::NoHiscores);
         ExpectOneBox(m.Boxes, NoHiscores, MessageIcon::Exclamation);
 
-        Menu s;
-        s.Table = table;
+        Menu s(table);
         EXPECT_EQ(SubmitInternetHiscores(s.State(true, false), s.Open), SubmitOutcome::NoHiscores);
         ExpectOneBox(s.Boxes, NoHiscores, MessageIcon::Exclamation);
         EXPECT_TRUE(s.Opened.empty());
@@ -68,18 +69,16 @@ TEST(HiscoreWeb, ATableWithoutAScoreAboveZeroIsRefusedByBothWithTheExportMessage
 
 TEST(HiscoreWeb, AnotherSetSilencesTheSubmissionAndTheExportSaysWhy) {
     Menu submit;
-    submit.Table = PlayedTable();
     EXPECT_EQ(SubmitInternetHiscores(submit.State(false, false), submit.Open), SubmitOutcome::OtherSet);
     EXPECT_TRUE(submit.Boxes.ShownBoxes().empty());
     EXPECT_TRUE(submit.Opened.empty());
 
     // The set is looked at before the table: an empty table of another set says nothing either.
-    Menu emptyOther;
+    Menu emptyOther{Hiscores{}};
     EXPECT_EQ(SubmitInternetHiscores(emptyOther.State(false, false), emptyOther.Open), SubmitOutcome::OtherSet);
     EXPECT_TRUE(emptyOther.Boxes.ShownBoxes().empty());
 
     Menu exportOther;
-    exportOther.Table = PlayedTable();
     EXPECT_EQ(ExportHiscore(exportOther.State(false, false), "/desk"), ExportOutcome::OtherSet);
     ExpectOneBox(exportOther.Boxes, "You can only export hiscores from the [default] level-set.",
                  MessageIcon::Information);
@@ -93,7 +92,6 @@ TEST(HiscoreWeb, AnotherSetSilencesTheSubmissionAndTheExportSaysWhy) {
 
 TEST(HiscoreWeb, DuringAGameTheSubmissionRefusesFirstAndTheShowingOpens) {
     Menu m;
-    m.Table = PlayedTable();
     // The running game is told before anything else, also in another set.
     for (const bool isDefault : {true, false}) {
         ScriptedDialogs boxes;
@@ -113,7 +111,6 @@ TEST(HiscoreWeb, DuringAGameTheSubmissionRefusesFirstAndTheShowingOpens) {
 TEST(HiscoreWeb, ExportAsksForAFileOnTheDesktopAndWritesTheTableThere) {
     TempFolder dir;
     Menu m;
-    m.Table = PlayedTable();
     m.Table[2] = {"Q\"<b>", 3, 700};
 
     // Cancelled: nothing is written and nothing more is said.
@@ -150,7 +147,6 @@ TEST(HiscoreWeb, ExportAsksForAFileOnTheDesktopAndWritesTheTableThere) {
 TEST(HiscoreWeb, ExportWritesTheVeryPathTheSaveBoxGave) {
     TempFolder dir;
     Menu m;
-    m.Table = PlayedTable();
     const std::string bytes = m.Table.FileBytes(DefaultSetKey).value();
 
     // A name differing only in case from a file there is another file: the box asked

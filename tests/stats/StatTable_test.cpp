@@ -197,16 +197,8 @@ TEST(StatTable, CommandLineShowsTheTableTotalsAndBar) {
     ASSERT_EQ(lines.size(), 102u);
     EXPECT_EQ(lines[0], "1\t8\t11\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t2");
     EXPECT_EQ(lines[1], "2\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t1\t3\t1\t1");
-    EXPECT_EQ(lines[99], "100\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0");
     EXPECT_EQ(lines[100], "totals\t3\t8\t11\t0\t4\t0\t0\t0\t0\t0\t0\t0\t0\t1\t3\t1\t4");
     EXPECT_EQ(lines[101], "bar: 2");
-
-    // A folder without stat.ini: zeros, and the bar beside row 1.
-    TempFolder bare;
-    const auto zero = Cli("stats show " + Quote(bare.Path()));
-    ASSERT_EQ(zero.status, 0);
-    ASSERT_EQ(zero.Lines().size(), 102u);
-    EXPECT_EQ(zero.Lines()[101], "bar: 1");
 
     EXPECT_EQ(Cli("stats").status, 2);
     EXPECT_EQ(Cli("stats show").status, 2);

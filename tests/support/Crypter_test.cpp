@@ -1,4 +1,5 @@
 #include "support/GameError.h"
+#include "support/SteppedCipher.h"
 #include "support/ZenkorModule.h"
 
 #include <gtest/gtest.h>
@@ -6,6 +7,7 @@
 #include <cstdint>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 using tolva::DecryptNumber;
@@ -13,30 +15,9 @@ using tolva::DefaultSetKey;
 using tolva::EncryptNumber;
 using tolva::GameError;
 using tolva::OtherSetKey;
+using tolva::testing::SteppedCipher;
 
 namespace {
-
-// The cipher one step at a time, as the game first defined it; the library computes the
-// rotation in one go and must agree with this for every code and key.
-std::string SteppedEncrypt(std::string text, int key) {
-    for (char& ch : text) {
-        int c = static_cast<unsigned char>(ch);
-        for (int i = 0; i < key; ++i)
-            if (++c > 255) c = 32;
-        ch = static_cast<char>(c);
-    }
-    return text;
-}
-
-std::string SteppedDecrypt(std::string text, int key) {
-    for (char& ch : text) {
-        int c = static_cast<unsigned char>(ch);
-        for (int i = 0; i < key; ++i)
-            if (--c < 32) c = 255;
-        ch = static_cast<char>(c);
-    }
-    return text;
-}
 
 std::string AllCodes(int from, int to) {
     std::string text;
@@ -66,13 +47,13 @@ TEST(Crypter, ComputedRotationAgreesWithTheSteppedLoopForEveryCode) {
     for (int k = -3; k <= 700; ++k) keys.push_back(k);
     for (int k : {1000, 4567, 32765, 32766}) keys.push_back(k);
     for (int k : keys) {
-        ASSERT_EQ(EncryptNumber(every, k), SteppedEncrypt(every, k)) << "key " << k;
-        ASSERT_EQ(DecryptNumber(every, k), SteppedDecrypt(every, k)) << "key " << k;
+        ASSERT_EQ(EncryptNumber(every, k), SteppedCipher(every, k, true)) << "key " << k;
+        ASSERT_EQ(DecryptNumber(every, k), SteppedCipher(every, k, false)) << "key " << k;
     }
 }
 
 TEST(Crypter, RoundTripsEveryPrintableCodeAndKeepsItsEdges) {
-    // The stepped loop above fixes every code under every key; what is left is that
+    // The stepped loop fixes every code under every key; what is left is that
     // deciphering undoes enciphering and the edges of the text and of the key range.
     const std::string printable = AllCodes(32, 255);
     for (int k : {1, 223, 32766, static_cast<int>(DefaultSetKey), static_cast<int>(OtherSetKey)})
@@ -83,27 +64,15 @@ TEST(Crypter, RoundTripsEveryPrintableCodeAndKeepsItsEdges) {
 
 TEST(Crypter, KeysAbove32766RaiseError10) {
     EXPECT_NO_THROW(EncryptNumber("x", 32766));
-    const struct {
-        bool encrypt;
-        std::int32_t key;
-        const char* description;
-    } cases[] = {
-        {true, 32767, "'EncryptNumber' is an integer, and may not be greater than 32766!"},
-        {false, 32767, "'DecryptNumber' is an integer, and may not be greater than 32766!"},
-        {true, 100000, "'EncryptNumber' is an integer, and may not be greater than 32766!"},
-    };
-    for (const auto& c : cases) {
+    for (const auto& [encrypt, key] : {std::pair{true, 32767}, std::pair{false, 32767}, std::pair{true, 100000}}) {
+        const std::string name = encrypt ? "EncryptNumber" : "DecryptNumber";
         try {
-            if (c.encrypt) {
-                EncryptNumber("", c.key);
-            } else {
-                DecryptNumber("", c.key);
-            }
-            ADD_FAILURE() << "no error for key " << c.key;
+            encrypt ? EncryptNumber("", key) : DecryptNumber("", key);
+            ADD_FAILURE() << "no error for key " << key;
         } catch (const GameError& e) {
             EXPECT_EQ(e.Number, 10);
             EXPECT_EQ(e.Source, "Crypter");
-            EXPECT_EQ(e.Description, c.description);
+            EXPECT_EQ(e.Description, "'" + name + "' is an integer, and may not be greater than 32766!");
         }
     }
 }

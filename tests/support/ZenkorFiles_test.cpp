@@ -162,10 +162,6 @@ TEST(ZenkorFiles, WholeFilesAreBytesAndAReplacementLosesNothing) {
 
     EXPECT_FALSE(tolva::ReadWholeFile(dir / "missing.htm", read));
     EXPECT_FALSE(tolva::ReadWholeFile(dir / "sub", read));
-    // A pipe of that name is turned away, not waited on for ever.
-    ASSERT_EQ(::mkfifo((dir / "pipe").c_str(), 0644), 0);
-    EXPECT_FALSE(tolva::ReadWholeFile(dir / "pipe", read));
-    EXPECT_EQ(tolva::ReadIni(dir / "pipe", "s", "k"), "");
     EXPECT_EQ(read, every);  // a failed read leaves the text as it was
 }
 
@@ -203,6 +199,7 @@ TEST(ZenkorFiles, OnlyRegularFilesAreFilesAndAFileOverItsBoundIsDamaged) {
         EXPECT_FALSE(tolva::FileExists(dir / name)) << name;
         EXPECT_EQ(tolva::ReadFileWithin(dir / name, read, 1024), tolva::FileRead::Missing) << name;
         EXPECT_FALSE(tolva::WriteIni(dir / name, "s", "k", "v")) << name;
+        EXPECT_EQ(tolva::ReadIni(dir / name, "s", "k"), "") << name;
     }
     EXPECT_EQ(tolva::WriteWholeFile(dir / "pipe", "x"), -1);
     EXPECT_EQ(read, "untouched");
