@@ -6,42 +6,23 @@
 // meant to write (tolva2.ini gets notfirstuse=yes after a first start).
 //
 // A row is data: the file, what is done to it, what must happen. Adding a case is one line.
-#include "app/GameApp.h"
+#include "qtsupport/GameWindowKit.h"
 #include "board/BmpWriter.h"
-#include "board/TolvaBoard.h"
-#include "board/qt/BoardWidget.h"
 #include "hiscores/Hiscores.h"
 #include "session/GameSession.h"
-#include "session/qt/frmMain.h"
-#include "support/TempFolder.h"
-#include "support/ZenkorModule.h"
-#include "support/platform/HeadlessEventLoop.h"
-#include "testsupport/ScriptedDialogs.h"
-#include "testsupport/SourceFiles.h"
 
-#include <QApplication>
 #include <QDialog>
-#include <QTest>
-#include <QTimer>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <csignal>
 #include <cstring>
-#include <filesystem>
 #include <fstream>
-#include <functional>
 #include <map>
-#include <sstream>
-#include <string>
-#include <vector>
-
-static void InitBuiltinPictures() { Q_INIT_RESOURCE(builtin); }
 
 using namespace tolva;
-using tolva::testing::ReadSource;
-using tolva::testing::TempFolder;
+using namespace tolva::testing;
 namespace fs = std::filesystem;
 
 namespace {
@@ -279,44 +260,6 @@ std::map<std::string, std::string> PlayerFiles(const TempFolder& dir) {
     return files;
 }
 
-// Closes the first-start credits as soon as they wait, as the player's click does.
-void AcceptModalWhenShown(bool& shown) {
-    QTimer::singleShot(0, [&shown] {
-        auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (modal == nullptr) {
-            AcceptModalWhenShown(shown);
-            return;
-        }
-        shown = true;
-        modal->accept();
-    });
-}
-
-// The first clicks of the stored solution of level 1, which score whatever board the
-// level starts with (a group of two or more at each).
-std::vector<std::pair<int, int>> FirstClicks() {
-    std::istringstream lines(ReadSource("tools/levelgen/default-solutions.txt"));
-    std::string line;
-    std::vector<std::pair<int, int>> out;
-    while (std::getline(lines, line)) {
-        if (line.rfind("level 1:", 0) != 0) continue;
-        std::istringstream cells(line.substr(8));
-        std::string cell;
-        while (cells >> cell && out.size() < 3) {
-            const auto comma = cell.find(',');
-            out.emplace_back(std::stoi(cell.substr(0, comma)), std::stoi(cell.substr(comma + 1)));
-        }
-    }
-    return out;
-}
-
-void ClickCell(GameApp& app, int x, int y) {
-    BoardWidget& view = app.Window().BoardView();
-    const int side = app.Board().xBricks();
-    const QPoint at(static_cast<int>((x + 0.5) * view.width() / side), static_cast<int>((y + 0.5) * view.height() / side));
-    QTest::mouseClick(&view, Qt::LeftButton, {}, at);
-}
-
 // A row that hangs (a load that waits on a pipe for ever) ends the test with its name,
 // long before the test's own time limit.
 const char* runningRow = "";
@@ -344,7 +287,11 @@ void RunRow(const Row& row) {
     HeadlessEventLoop loop;
     ScriptedDialogs dialogs;
     bool aboutShown = false;
-    if (row.outcome == Outcome::PlaysAfterAbout) AcceptModalWhenShown(aboutShown);
+    // The first-start credits are closed as the player's click closes them.
+    if (row.outcome == Outcome::PlaysAfterAbout) AnswerModalWhenShown([&aboutShown](QWidget& credits) {
+        aboutShown = true;
+        if (auto* dialog = qobject_cast<QDialog*>(&credits)) dialog->accept();
+    });
     {
         GameApp app(loop, "", &dialogs);
         const bool started = app.Start(1);
@@ -366,7 +313,9 @@ void RunRow(const Row& row) {
             app.Session().NewGameMnu_Click();
             ASSERT_TRUE(app.Session().GameRunning);
             EXPECT_EQ(app.Board().CurLevel(), 1);
-            for (const auto& [x, y] : FirstClicks()) ClickCell(app, x, y);
+            // The first clicks of level 1's solution score on whatever board it starts with.
+            const auto solution = StoredSolution(1);
+            for (std::size_t i = 0; i < 3 && i < solution.size(); ++i) ClickCell(app, solution[i].first, solution[i].second);
             // An edited set has other boards; the shipped one scores at every click.
             if (std::string(row.file) != Set) {
                 EXPECT_GT(app.Session().Score, 0);

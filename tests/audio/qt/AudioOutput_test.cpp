@@ -245,32 +245,10 @@ void ANewSoundCutsTheOldOneAndWaitReturnsAtItsEnd(MonitorRecording& rec) {
     const qsizetype from = rec.After(150);
     EXPECT_LT(rec.Rms(from, rec.After(500)), Silent);
 
-    // A file that is missing or no wave: nothing plays and nothing is said.
-    QTemporaryDir folder;
-    std::ofstream(folder.filePath("bad.wav").toStdString()) << "RIFF, but nothing more";
-    effects.PlayWave(folder.filePath("bad.wav").toStdString());
-    effects.PlayWave(GameData + "14.wav");
+    // A file that is not a wave (the reader's own test has every kind) plays nothing,
+    // even waited for.
+    effects.PlayWave(GameData + "14.wav", true);
     EXPECT_FALSE(effects.Playing());
-    // A wave whose header asks for a rate no device plays (1 Hz: its 600 samples would
-    // last ten minutes) is a damaged file: even waited for, it holds nothing up.
-    std::string slow = "RIFF";
-    const auto put = [&slow](std::uint32_t v, int width) {
-        for (int i = 0; i < width; ++i) slow.push_back(static_cast<char>(v >> (8 * i) & 0xFF));
-    };
-    put(636, 4);
-    slow += "WAVEfmt ";
-    put(16, 4), put(1, 2), put(1, 2), put(1, 4), put(1, 4), put(1, 2), put(8, 2);
-    slow += "data";
-    put(600, 4);
-    slow += std::string(600, '\x90');
-    ASSERT_EQ(slow.size(), 644u);
-    std::ofstream(folder.filePath("4.wav").toStdString(), std::ios::binary) << slow;
-    clock.restart();
-    effects.PlayWave(folder.filePath("4.wav").toStdString(), true);
-    EXPECT_LT(clock.elapsed(), 1000);
-    EXPECT_FALSE(effects.Playing());
-    const qsizetype badFrom = rec.Now();
-    EXPECT_LT(rec.Rms(badFrom, rec.After(200)), Silent);
     EXPECT_TRUE(dialogs.ShownBoxes().empty());
 }
 
@@ -390,7 +368,7 @@ TEST(AudioOutput, EffectsAndMusicAreHeardAndStopsAreSilent) {
     MonitorRecording rec;
     const std::pair<const char*, void (*)(MonitorRecording&)> steps[] = {
         {"a wave, the default module, StopMod", WaveAndDefaultModuleSoundAndStopMakesSilence},
-        {"a sound cut by the next, waiting, bad files", ANewSoundCutsTheOldOneAndWaitReturnsAtItsEnd},
+        {"a sound cut by the next, waiting, a bad file", ANewSoundCutsTheOldOneAndWaitReturnsAtItsEnd},
         {"the speaker beep", SpeakerBeepSoundsItsPitchAndBlocksForItsLength},
         {"the end of a module, looping, pausing", ModuleEndRaisesFinishedOnceAndLoopingGoesOn},
         {"the music while the thread is blocked", TheMusicPlaysOnWhileTheGamesThreadIsBlocked},

@@ -3,17 +3,11 @@
 // HiscoreUrl at it, "Submit to Internet Hiscores" posts the default set's table through
 // the game's own browser window, and the server's page of the best then lists the
 // entries. Every wait is bounded.
-#include "app/GameApp.h"
+#include "qtsupport/GameWindowKit.h"
 #include "hiscores/Hiscores.h"
 #include "hiscores/qt/WebBrowserLoader.h"
-#include "support/TempFolder.h"
 #include "support/WindowOpener.h"
-#include "support/ZenkorModule.h"
-#include "support/platform/HeadlessEventLoop.h"
-#include "testsupport/ScriptedDialogs.h"
-#include "testsupport/SourceFiles.h"
 
-#include <QApplication>
 #include <QDialog>
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -21,17 +15,9 @@
 #include <QNetworkReply>
 #include <QProcess>
 #include <QPushButton>
-#include <QTimer>
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-
-static void InitBuiltinPictures() { Q_INIT_RESOURCE(builtin); }
-
 using namespace tolva;
-using tolva::testing::ReadSource;
 using tolva::testing::TempFolder;
 
 namespace {
@@ -92,21 +78,13 @@ TEST(HiscoreServer, ATableSubmittedFromTheGameShowsOnTheServersPage) {
     ASSERT_GT(server.Port, 0) << "tolva2-hiscored did not say where it listens";
 
     // A game folder with the default set, its table, and the server's address.
-    InitBuiltinPictures();
-    TempFolder folder;
-    std::filesystem::create_directories(folder / "levels/default");
-    folder.Write("levels/default/levels.set", ReadSource("game/levels/default/levels.set"));
-    folder.Write("tolva2.ini", "[main]\r\nnotfirstuse=yes\r\nplaysounds=0\r\nplaymusic=0\r\nsupplystatfile=0\r\nHiscoreUrl=" +
-                                   server.Url().toStdString() + "\r\n");
+    tolva::testing::TestGame t("[main]\r\nplaysounds=0\r\nplaymusic=0\r\nsupplystatfile=0\r\nHiscoreUrl=" +
+                               server.Url().toStdString() + "\r\n");
+    auto& [folder, loop, dialogs, app] = t;
     Hiscores table;
     table[0] = {"ZOE", 14, 812345};
     table[1] = {"MAX", 3, 5040};
-    ASSERT_TRUE(table.SaveScore((folder / "levels/default/hiscore.hi"), DefaultSetKey));
-    SetAppPath(folder.Path());
-
-    HeadlessEventLoop loop;
-    ScriptedDialogs dialogs;
-    GameApp app(loop, "", &dialogs);
+    ASSERT_TRUE(table.SaveScore((folder.Dir / "levels/default/hiscore.hi"), DefaultSetKey));
     ASSERT_TRUE(app.Start(1));
 
     // The player submits, waits for the server's answer in the window, and closes it.

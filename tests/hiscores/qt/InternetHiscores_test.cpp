@@ -240,19 +240,6 @@ TEST(InternetHiscores, TheSubmissionPostsTheTableAndShowsTheAnswer) {
     EXPECT_TRUE(pageWhileOpen);
     EXPECT_FALSE(game.PageLeft());
     EXPECT_TRUE(game.Boxes.ShownBoxes().empty());
-
-    // Statistics not allowed: the same post without the stat field.
-    game.Settings.SupplyStatFile = false;
-    OpenAndDrive(game, GameWindow::SubmitInternetHiscores, [&](QDialog* dialog) {
-        if (dialog == nullptr || endpoint.Requests.size() < 2 || !BrowserShown(dialog)) return false;
-        dialog->reject();   // the window's own close button
-        return true;
-    });
-    ASSERT_EQ(endpoint.Requests.size(), 2u);
-    const auto second = DecodeForm(endpoint.Requests[1].Body);
-    EXPECT_EQ(second.count("stat"), 0u);
-    EXPECT_EQ(second.at("hiscoredata"), expected);
-    EXPECT_FALSE(game.PageLeft());
 }
 
 TEST(InternetHiscores, ShowingAsksForTheAddressAndTheDefaultBrowserTakesIt) {
