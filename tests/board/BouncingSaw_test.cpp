@@ -13,8 +13,6 @@ using namespace tolva::testing;
 
 namespace {
 
-using Rows = std::vector<std::string>;
-
 struct Cell {
     int x, y;
     bool operator==(const Cell&) const = default;

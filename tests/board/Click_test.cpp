@@ -5,7 +5,7 @@
 #include "support/ZenkorModule.h"
 
 using tolva::testing::BoardFixture;
-using Rows = std::vector<std::string>;
+using tolva::testing::Rows;
 
 namespace {
 

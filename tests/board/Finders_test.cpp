@@ -8,7 +8,7 @@
 
 using tolva::testing::BoardFixture;
 using tolva::testing::SequenceRandom;
-using Rows = std::vector<std::string>;
+using tolva::testing::Rows;
 
 namespace {
 

@@ -9,12 +9,6 @@
 using namespace tolva;
 using namespace tolva::testing;
 
-namespace {
-
-using Rows = std::vector<std::string>;
-
-} // namespace
-
 TEST(Recolouring, TheFloodFillsTheWholeGroupCellByCellWithinTheWalls) {
     BoardFixture f;
     f.SetLevel(1,
