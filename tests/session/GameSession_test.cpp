@@ -115,34 +115,6 @@ TEST(GameSession, RestartingAskesFirstAndCancelKeepsTheGame) {
     EXPECT_EQ(f.Stat("LEVEL1", "played"), "");
 }
 
-TEST(GameSession, SpellButtonsArmDisarmAndRespectStockAndARunningSpell) {
-    SessionFixture f;
-    f.SetLevel(1, {"111", "222", "333"});
-    f.Session.sp_Click(2);                           // no game: nothing
-    EXPECT_EQ(f.Game->ActiveSpell, NoSpell);
-    f.Session.NewGame(1);
-    f.Session.sp_Click(2);                           // no stock: nothing
-    EXPECT_EQ(f.Game->ActiveSpell, NoSpell);
-
-    f.Session.NewSpell(2);
-    f.Session.NewSpell(4);
-    f.Session.sp_Click(2);
-    EXPECT_EQ(f.Game->ActiveSpell, 2);
-    EXPECT_EQ(f.View.Panel.Active, 2);
-    EXPECT_EQ(f.View.Panel.ActiveName, "GUN");
-    f.Session.sp_Click(4);                           // another button arms that one
-    EXPECT_EQ(f.Game->ActiveSpell, 4);
-    f.Session.sp_Click(4);                           // the same button disarms
-    EXPECT_EQ(f.Game->ActiveSpell, NoSpell);
-    EXPECT_EQ(f.View.Panel.ActiveName, "");
-
-    // While a spell runs the buttons are dead. Cheat mode and the spent stock are the
-    // spell engine's tests.
-    f.Game->SpellRunning = true;
-    f.Session.sp_Click(2);
-    EXPECT_EQ(f.Game->ActiveSpell, NoSpell);
-}
-
 TEST(GameSession, SpellSoundComesAtMostOncePerSecondAndIdleMascotAfterTwentySeconds) {
     SessionFixture f;
     f.SetLevel(1, {"111", "222", "333"});
