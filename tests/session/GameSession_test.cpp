@@ -97,8 +97,7 @@ TEST(GameSession, ClickTargetsShowOnlyInTheDefaultSet) {
 
 TEST(GameSession, RestartingAskesFirstAndCancelKeepsTheGame) {
     SessionFixture f;
-    f.SetLevel(1, {"111", "222", "333"});
-    f.Session.NewGame(1);
+    f.StartGame({"111", "222", "333"});
     f.Click(0, 0);
     f.Host.Dialog.QueueMessageAnswer(MessageResult::Cancel);
     EXPECT_FALSE(f.Session.NewGame(1));
@@ -117,8 +116,7 @@ TEST(GameSession, RestartingAskesFirstAndCancelKeepsTheGame) {
 
 TEST(GameSession, SpellSoundComesAtMostOncePerSecondAndIdleMascotAfterTwentySeconds) {
     SessionFixture f;
-    f.SetLevel(1, {"111", "222", "333"});
-    f.Session.NewGame(1);
+    f.StartGame({"111", "222", "333"});
     const std::string sound = AppPath() + "data\\9.wav";
     f.Session.NewSpell(0);
     f.Session.NewSpell(1);
@@ -143,8 +141,7 @@ TEST(GameSession, SpellSoundComesAtMostOncePerSecondAndIdleMascotAfterTwentySeco
 TEST(GameSession, AScoreWithAPlaceInTheTableShowsItHighlighted) {
     // Freezing and keeping the score in cheat mode are the cheat-mode tests' part.
     SessionFixture f;
-    f.SetLevel(1, {"1111", "2222", "3333", "4444"});
-    f.Session.NewGame(1);
+    f.StartGame({"1111", "2222", "3333", "4444"});
     f.Services.Place = 3;
     f.Click(0, 0);
     ASSERT_FALSE(f.Services.Calls.empty());
@@ -153,8 +150,7 @@ TEST(GameSession, AScoreWithAPlaceInTheTableShowsItHighlighted) {
 
 TEST(GameSession, PointerLabelAndSpeakerSignals) {
     SessionFixture f;
-    f.SetLevel(1, {"12", "34"});
-    f.Session.NewGame(1);
+    f.StartGame({"12", "34"});
     f.Session.MouseMove(1, 0);
     EXPECT_EQ(f.Label(SessionLabel::Pointer), "X:1,Y:0  TYPE:2");
     f.Session.MouseMove(-1, 5);
@@ -273,8 +269,7 @@ TEST(GameSession, EndingTheGameAndCopyingTheLevelCodeAskFirstAndFollowTheSet) {
     // Another set has no level codes: no entry, no question, nothing copied.
     SessionFixture other;
     other.Session.IsDefaultSet = false;
-    other.SetLevel(1, {"11", "22"});
-    other.Session.NewGame(1);
+    other.StartGame({"11", "22"});
     EXPECT_FALSE(other.Session.Game_Click().LevelCode);
     EXPECT_FALSE(other.Session.Game_Click().DefaultSetOnly);
     const std::size_t asked = other.Host.Dialog.ShownBoxes().size();
