@@ -195,17 +195,14 @@ TEST(GameSession, ALevelClearedInExactlyItsTargetSoundsTheGoodSignal) {
     // more clicks than the target gives signal 1, as many or fewer signal 3.
     for (const auto& [target, signalStart] : {std::pair{"2", "Beep(3000,100)"}, std::pair{"1", "Beep(1500,200)"}}) {
         SessionFixture f;
-        f.SetLevel(1, {"11", "22"});
         f.SetLevel(2, {"12", "34"});
         WriteIni(f.Folder / "stat.ini", "LEVEL1", "minclicks", target);
         f.Session.ChangeCheatMode();
-        f.Session.NewGame(1);
-        f.Host.Sound.ClearCalls();
+        f.StartGame({"11", "22"});
         f.Click(0, 0);
         f.Click(0, 1);
-        const auto beeps = f.BeepCalls();
-        ASSERT_FALSE(beeps.empty()) << target;
-        EXPECT_EQ(beeps.front(), signalStart) << target;
+        ASSERT_FALSE(f.BeepCalls().empty()) << target;
+        EXPECT_EQ(f.BeepCalls().front(), signalStart) << target;
     }
 }
 
