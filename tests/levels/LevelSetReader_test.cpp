@@ -174,13 +174,9 @@ TEST(LevelSetReader, DefaultSetsMustCarryTheSumOfTheirLastLine) {
 }
 
 TEST(LevelSetReader, DefaultIsATestOfTheEndingAlone) {
-    EXPECT_TRUE(LevelSetReader::IsDefault("levels\\default\\"));
-    EXPECT_TRUE(LevelSetReader::IsDefault("levels\\default"));
-    EXPECT_TRUE(LevelSetReader::IsDefault("levels\\DEFAULT\\"));
-    EXPECT_TRUE(LevelSetReader::IsDefault("levels\\notdefault\\"));
-    EXPECT_FALSE(LevelSetReader::IsDefault("levels\\defaults\\"));
-    EXPECT_FALSE(LevelSetReader::IsDefault("levels\\default\\\\"));
-    EXPECT_FALSE(LevelSetReader::IsDefault(""));
+    for (const char* path : {"levels\\default\\", "levels\\default", "levels\\DEFAULT\\", "levels\\notdefault\\"})
+        EXPECT_TRUE(LevelSetReader::IsDefault(path)) << path;
+    for (const char* path : {"levels\\defaults\\", "levels\\default\\\\", ""}) EXPECT_FALSE(LevelSetReader::IsDefault(path)) << path;
     EXPECT_EQ(LevelSetReader::SetKeyFor("levels\\default\\"), DefaultSetKey);
     EXPECT_EQ(LevelSetReader::SetKeyFor("levels\\miniatures\\"), OtherSetKey);
     EXPECT_NE(DefaultSetKey, OtherSetKey);
