@@ -2,6 +2,7 @@
 // is laid out the way players meet it, and every level of both sets is cleared on the
 // game's engine by its stored solution. `levels solve` output replays the same way.
 #include "EngineReplay.h"
+#include "LevelSetTestFiles.h"
 #include "SolutionText.h"
 #include "levels/LevelSetReader.h"
 #include "support/TempFolder.h"
@@ -24,20 +25,6 @@ using tolva::levelgen::EngineClears;
 using tolva::levelgen::ParseSolutions;
 
 namespace {
-
-const std::string Source = TOLVA_SOURCE_DIR;
-
-struct ShippedSet {
-    std::unique_ptr<LevelModule> game = std::make_unique<LevelModule>();
-    LevelSetLoad load;
-    explicit ShippedSet(const std::string& folder) {
-        SetAppPath(Source + "/game");
-        LevelSetReader reader(*game);
-        reader.LevelSetPath = "levels\\" + folder + "\\";
-        load = reader.InitLevels();
-    }
-    const LevelRecord& Level(int n) const { return game->Levels[static_cast<std::size_t>(n - 1)]; }
-};
 
 void ReplayStoredSolutions(const std::string& folder, const std::string& solutionFile, int levels) {
     ShippedSet set(folder);
