@@ -7,7 +7,7 @@
 #include <set>
 
 using tolva::testing::BoardFixture;
-using Rows = std::vector<std::string>;
+using tolva::testing::Rows;
 
 TEST(BadLevelData, SpellNumbersAboveFiveHideNothing) {
     BoardFixture f;

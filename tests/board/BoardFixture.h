@@ -23,6 +23,9 @@
 
 namespace tolva::testing {
 
+// Board text, spell text, or a list of events.
+using Rows = std::vector<std::string>;
+
 inline std::int16_t CellFromChar(char c) {
     if (c == '.') return CellEmpty;
     if (c == 'X') return ReservedCell;
@@ -55,12 +58,15 @@ inline void FillLevel(LevelRecord& level, const std::string& name, const std::ve
                 level.SpellGrid(static_cast<int>(x), static_cast<int>(y)) = static_cast<std::int16_t>(spells[y][x] - '0');
 }
 
-// Writes every event down as "Name(args)", and lets a test act inside a handler.
+// Writes every event down as "Name(args)", lets a test act inside a handler, and hands
+// each event on to `Next` (the session, say) when there is one.
 class RecordingListener final : public BoardListener {
 public:
+    explicit RecordingListener(BoardListener* next = nullptr) : Next(next) {}
     std::vector<std::string> Log;
-    // Called after each event is written down, with its text.
+    // Called after each event is written down, with its text, before it is handed on.
     std::function<void(const std::string&)> OnEvent;
+    BoardListener* Next;
 
     // The events so far, and a fresh log.
     std::vector<std::string> Take() {
@@ -69,25 +75,33 @@ public:
         return out;
     }
 
-    void BricksRemoved(std::int16_t n) override { Add("BricksRemoved(" + std::to_string(n) + ")"); }
+    void BricksRemoved(std::int16_t n) override {
+        if (Add("BricksRemoved(" + std::to_string(n) + ")")) Next->BricksRemoved(n);
+    }
     void MouseMove(std::int16_t x, std::int16_t y) override {
-        Add("MouseMove(" + std::to_string(x) + "," + std::to_string(y) + ")");
+        if (Add("MouseMove(" + std::to_string(x) + "," + std::to_string(y) + ")")) Next->MouseMove(x, y);
     }
-    void GameOver() override { Add("GameOver"); }
-    void NewScore(double p) override { Add("NewScore(" + Number(p) + ")"); }
-    void NewSpell(std::int16_t s) override { Add("NewSpell(" + std::to_string(s) + ")"); }
-    void NewLevel(std::int16_t l) override { Add("NewLevel(" + std::to_string(l) + ")"); }
-    void SpellUsed(std::int16_t s) override { Add("SpellUsed(" + std::to_string(s) + ")"); }
+    void GameOver() override { if (Add("GameOver")) Next->GameOver(); }
+    void NewScore(double p) override { if (Add("NewScore(" + Number(p) + ")")) Next->NewScore(p); }
+    void NewSpell(std::int16_t s) override { if (Add("NewSpell(" + std::to_string(s) + ")")) Next->NewSpell(s); }
+    void NewLevel(std::int16_t l) override { if (Add("NewLevel(" + std::to_string(l) + ")")) Next->NewLevel(l); }
+    void SpellUsed(std::int16_t s) override { if (Add("SpellUsed(" + std::to_string(s) + ")")) Next->SpellUsed(s); }
     void BonusScore(double b, std::int16_t t) override {
-        Add("BonusScore(" + Number(b) + "," + std::to_string(t) + ")");
+        if (Add("BonusScore(" + Number(b) + "," + std::to_string(t) + ")")) Next->BonusScore(b, t);
     }
-    void BonusTimes(std::int16_t t) override { Add("BonusTimes(" + std::to_string(t) + ")"); }
-    void CanDoNextMove() override { Add("CanDoNextMove"); }
-    void ResourceLoaded(const std::string& r) override { Add("ResourceLoaded(" + r + ")"); }
-    void SpellInUse(bool u) override { Add(std::string("SpellInUse(") + (u ? "true" : "false") + ")"); }
-    void RemoveClick(std::int16_t l) override { Add("RemoveClick(" + std::to_string(l) + ")"); }
+    void BonusTimes(std::int16_t t) override { if (Add("BonusTimes(" + std::to_string(t) + ")")) Next->BonusTimes(t); }
+    void CanDoNextMove() override { if (Add("CanDoNextMove")) Next->CanDoNextMove(); }
+    void ResourceLoaded(const std::string& r) override {
+        if (Add("ResourceLoaded(" + r + ")")) Next->ResourceLoaded(r);
+    }
+    void SpellInUse(bool u) override {
+        if (Add(std::string("SpellInUse(") + (u ? "true" : "false") + ")")) Next->SpellInUse(u);
+    }
+    void RemoveClick(std::int16_t l) override {
+        if (Add("RemoveClick(" + std::to_string(l) + ")")) Next->RemoveClick(l);
+    }
     void SpellClick(std::int16_t s, std::int16_t l) override {
-        Add("SpellClick(" + std::to_string(s) + "," + std::to_string(l) + ")");
+        if (Add("SpellClick(" + std::to_string(s) + "," + std::to_string(l) + ")")) Next->SpellClick(s, l);
     }
 
 private:
@@ -97,9 +111,11 @@ private:
         if (!s.empty() && s.back() == '.') s.pop_back();
         return s;
     }
-    void Add(const std::string& e) {
+    // Writes the event down; true when it is to be handed on.
+    bool Add(const std::string& e) {
         Log.push_back(e);
         if (OnEvent) OnEvent(e);
+        return Next != nullptr;
     }
 };
 
@@ -133,10 +149,28 @@ inline std::vector<std::string> SoundFiles(const RecordingSoundEffects& sound) {
     return out;
 }
 
-// Random numbers given by the test, one after the other.
+// What a number line of the bonus screen shows, read back from the digit pictures painted
+// into it, with the place of each checked against the widths of the pictures before it.
+inline std::string ShownDigits(TolvaBoard& board, const PicturePanel& line) {
+    std::string text;
+    double left = 0;
+    for (const auto& piece : line.Pieces()) {
+        EXPECT_EQ(piece.Left, left);
+        EXPECT_EQ(piece.Top, 0);
+        for (int i = 0; i <= 10; ++i)
+            if (piece.Picture == &board.No(i)) text += i == 10 ? '.' : static_cast<char>('0' + i);
+        left += piece.Picture->ScaleWidth();
+    }
+    return text;
+}
+
+// Random numbers given by the test, one after the other; with Cycle they come round
+// again. Drawn counts the numbers drawn.
 class SequenceRandom final : public Random {
 public:
     std::deque<double> Values;
+    bool Cycle = false;
+    std::size_t Drawn = 0;
     double Next() override {
         if (Values.empty()) {
             ADD_FAILURE() << "SequenceRandom ran out of values";
@@ -144,6 +178,8 @@ public:
         }
         const double v = Values.front();
         Values.pop_front();
+        if (Cycle) Values.push_back(v);
+        ++Drawn;
         return v;
     }
     void Seed(std::uint64_t) override {}

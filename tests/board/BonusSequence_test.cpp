@@ -13,8 +13,6 @@ using namespace tolva::testing;
 
 namespace {
 
-using Rows = std::vector<std::string>;
-
 // Digit pictures of different widths: "n" is 10 + n wide, the point 4.
 void LoadDigits(TolvaBoard& board, const TempFolder& folder) {
     for (int i = 0; i <= 10; ++i) {
@@ -22,21 +20,6 @@ void LoadDigits(TolvaBoard& board, const TempFolder& folder) {
         folder.Write(name, SolidBmp(i == 10 ? 4 : 10 + i, 20));
         ASSERT_TRUE(board.No(i).LoadFile(folder.Path() + "\\" + name));
     }
-}
-
-// What a line of the bonus screen shows, read back from the digit pictures painted into
-// it, with the place of each checked against the widths of the pictures before it.
-std::string Shown(TolvaBoard& board, const PicturePanel& line) {
-    std::string text;
-    double left = 0;
-    for (const auto& piece : line.Pieces()) {
-        EXPECT_EQ(piece.Left, left);
-        EXPECT_EQ(piece.Top, 0);
-        for (int i = 0; i <= 10; ++i)
-            if (piece.Picture == &board.No(i)) text += i == 10 ? '.' : static_cast<char>('0' + i);
-        left += piece.Picture->ScaleWidth();
-    }
-    return text;
 }
 
 } // namespace
@@ -65,7 +48,7 @@ TEST(BonusSequence, ACleanedLevelCountsItsStepsUpOneTickEachAndLingersASecond) {
     f.Log.OnEvent = [&](const std::string& e) {
         timeline.push_back(e + "@" + std::to_string(f.Host.Loop.NowMs()));
         if (e == "NewScore(100000)") {
-            stepsShown.push_back(Shown(f.Board, f.Board.picTimes()));
+            stepsShown.push_back(ShownDigits(f.Board, f.Board.picTimes()));
             EXPECT_TRUE(f.Board.BonusPic().Visible());
         }
     };
@@ -83,11 +66,11 @@ TEST(BonusSequence, ACleanedLevelCountsItsStepsUpOneTickEachAndLingersASecond) {
     // The screen covered the board, and each line was centred on it at its own height.
     EXPECT_FALSE(f.Board.BonusPic().Visible());
     EXPECT_EQ(f.Board.BonusPic().Bounds(), (SurfaceRect{0, 0, 500, 500}));
-    EXPECT_EQ(Shown(f.Board, f.Board.LevBonus()), "100000");
+    EXPECT_EQ(ShownDigits(f.Board, f.Board.LevBonus()), "100000");
     EXPECT_EQ(f.Board.LevBonus().Bounds(), (SurfaceRect{219.5, 133, 61, 60}));
-    EXPECT_EQ(Shown(f.Board, f.Board.picTimes()), "3");
+    EXPECT_EQ(ShownDigits(f.Board, f.Board.picTimes()), "3");
     EXPECT_EQ(f.Board.picTimes().Bounds(), (SurfaceRect{243.5, 281, 13, 60}));
-    EXPECT_EQ(Shown(f.Board, f.Board.picBonus()), "300.000");
+    EXPECT_EQ(ShownDigits(f.Board, f.Board.picBonus()), "300.000");
     EXPECT_EQ(f.Board.picBonus().Bounds(), (SurfaceRect{216.5, 411, 67, 60}));
     EXPECT_EQ(f.Board.GetWidthOfPictures("300.000"), 67);
     EXPECT_EQ(f.Board.GetWidthOfPictures("1-2"), 23);   // no picture, no room
@@ -103,7 +86,7 @@ TEST(BonusSequence, NineStepsPayNineHundredThousandWithTheirOwnSound) {
     EXPECT_EQ(f.Host.Loop.NowMs(), 10 * 130);
     EXPECT_EQ(f.Session.Score, 900000);
     EXPECT_EQ(SoundFiles(f.Host.Sound)[0], "data\\10.wav");
-    EXPECT_EQ(Shown(f.Board, f.Board.picBonus()), "900.000");
+    EXPECT_EQ(ShownDigits(f.Board, f.Board.picBonus()), "900.000");
     EXPECT_EQ(f.Label(SessionLabel::Bonus), "0");
 }
 
@@ -115,8 +98,8 @@ TEST(BonusSequence, NoStepsMeansNoPointsAndACountedBonusCanBeSwitchedOff) {
     f.Board.ShowBonusMovie(100000, 0);
     EXPECT_EQ(f.Host.Loop.NowMs(), 130);
     EXPECT_TRUE(f.Events.Take().empty());
-    EXPECT_EQ(Shown(f.Board, f.Board.picBonus()), "000.00");
-    EXPECT_EQ(Shown(f.Board, f.Board.picTimes()), "");
+    EXPECT_EQ(ShownDigits(f.Board, f.Board.picBonus()), "000.00");
+    EXPECT_EQ(ShownDigits(f.Board, f.Board.picTimes()), "");
     f.Host.Loop.Advance(999);
     EXPECT_TRUE(f.Board.BonusPic().Visible());
     f.Host.Loop.Advance(1);

@@ -13,8 +13,6 @@ using namespace tolva::testing;
 
 namespace {
 
-using Rows = std::vector<std::string>;
-
 struct Cell {
     int x, y;
     bool operator==(const Cell&) const = default;
@@ -117,13 +115,11 @@ TEST(BouncingSaw, OnALoneBrickItTakesItThenStandsStillForTwentyTwoCountedSteps) 
     EXPECT_EQ(s.F.Rows()[4], "13...");
     EXPECT_EQ(s.F.Host.Sound.Calls().size(), 1u);
     EXPECT_EQ(s.F.Host.Sound.Calls()[0].File, AppPath() + "data\\15.wav");
-    // At rest again: the strip stopped and hidden, both timers off with the saw's periods.
+    // At rest again: the strip stopped and hidden, both timers off.
     EXPECT_FALSE(s.F.Board.Bounce().Visible());
     EXPECT_FALSE(s.F.Board.Bounce().IsPlaying());
     EXPECT_FALSE(s.F.Board.BounceTimer().Enabled());
     EXPECT_FALSE(s.F.Board.BounceOn().Enabled());
-    EXPECT_EQ(s.F.Board.BounceTimer().Interval(), 180);
-    EXPECT_EQ(s.F.Board.BounceOn().Interval(), 4000);
     EXPECT_TRUE(s.F.Board.BoardReady);
 }
 

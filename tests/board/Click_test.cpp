@@ -1,11 +1,11 @@
 // The mouse handler: its refusals in their order, the single-cell removal of the right
-// button, the plain removal, and the closing up on Timer1.
+// button, the plain removal with its step of the level bonus, and the closing up on Timer1.
 #include "BoardFixture.h"
 
 #include "support/ZenkorModule.h"
 
 using tolva::testing::BoardFixture;
-using Rows = std::vector<std::string>;
+using tolva::testing::Rows;
 
 namespace {
 
@@ -190,11 +190,7 @@ TEST(Click, ClickOnBrickAimsAtTheMiddleAndMovesTheCallersCell) {
     f.Board.ClickOnBrick(x, y, 1);
     EXPECT_EQ(x, 3);
     EXPECT_EQ(y, 2);
-    EXPECT_EQ(f.Rows()[1], "33..");
-    // The same refusals as the mouse.
-    f.Board.SetGameIsOverToTrue();
-    f.Click(0, 0);
-    EXPECT_EQ(f.Rows()[0], "1122");
+    EXPECT_EQ(f.Rows()[1], "33..");   // by the mouse's own road, refusals and all
 
     // The pointer reports its cell, on or off the board, whatever the button.
     f.Board.UserControl_MouseMove(0, 0, 0, 0);
@@ -202,4 +198,30 @@ TEST(Click, ClickOnBrickAimsAtTheMiddleAndMovesTheCallersCell) {
     f.Board.UserControl_MouseMove(1, 0, 700, 130);
     EXPECT_EQ(f.Events.Take(), (Rows{"BonusTimes(0)", "NewScore(4)", "BricksRemoved(2)", "RemoveClick(1)",
                                      "MouseMove(-1,-1)", "MouseMove(3,1)", "MouseMove(5,1)"}));
+}
+
+TEST(Click, TheLevelBonusMultiplierRisesFromOneLessThanTheSideAndStopsAtNine) {
+    BoardFixture f;
+    f.Start({"111111111.",
+             "22222222.3",
+             "4545454545",
+             "5454545454",
+             "4545454545",
+             "5454545454",
+             "4545454545",
+             "5454545454",
+             "4545454545",
+             "5454545454"});
+    f.Click(0, 1);   // 8 bricks on a side of 10: no step
+    f.Click(0, 0);   // 9 bricks: one step
+    EXPECT_EQ(f.Events.Take(), (Rows{"BonusTimes(0)", "NewScore(64)", "BricksRemoved(8)", "RemoveClick(1)",
+                                     "BonusTimes(1)", "NewScore(81)", "BricksRemoved(9)", "RemoveClick(1)"}));
+    EXPECT_EQ(f.Game->BonusTimes, 1);
+
+    // At 9 a qualifying click leaves it at 9, and the event carries 9 again.
+    f.Start({"11", "23"});
+    f.Game->BonusTimes = 9;
+    f.Click(0, 0);
+    EXPECT_EQ(f.Events.Take().front(), "BonusTimes(9)");
+    EXPECT_EQ(f.Game->BonusTimes, 9);
 }

@@ -2,7 +2,7 @@
 #include "BoardFixture.h"
 
 using tolva::testing::BoardFixture;
-using Rows = std::vector<std::string>;
+using tolva::testing::Rows;
 
 TEST(Compaction, ColumnsFallAndEmptyColumnsCloseToTheLeftWithTheirSpells) {
     BoardFixture f;

@@ -6,7 +6,7 @@
 
 using tolva::PaintRecord;
 using tolva::testing::BoardFixture;
-using Rows = std::vector<std::string>;
+using tolva::testing::Rows;
 
 TEST(Drawing, EachValuePaintsItsPictureStretchedIntoItsCell) {
     BoardFixture f;

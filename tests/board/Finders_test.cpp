@@ -8,7 +8,7 @@
 
 using tolva::testing::BoardFixture;
 using tolva::testing::SequenceRandom;
-using Rows = std::vector<std::string>;
+using tolva::testing::Rows;
 
 namespace {
 
@@ -23,47 +23,31 @@ using Cell = std::pair<float, float>;
 } // namespace
 
 TEST(Finders, MoveTestStopsOneShortOfTheLastColumnAndRow) {
+    Rows wide(10, "..........");
+    wide[9] = "....66....";
+    const struct {
+        const char* what;
+        Rows board;
+        Cell first;
+    } cases[] = {
+        // The only pair in the last two columns is found from its right cell, looking back;
+        // in the last two rows from its lower cell; elsewhere the upper cell looks down.
+        {"last two columns", {".....", ".....", "...33", ".....", "....."}, {4, 2}},
+        {"last two rows", {".....", ".....", ".....", "..4..", "..4.."}, {2, 4}},
+        {"away from the far edges", {".....", ".4...", ".4...", ".....", "....."}, {1, 1}},
+        // Column by column, each from the top.
+        {"scan order", {"....2", "....2", ".....", "11...", "....."}, {0, 3}},
+        // A pair at x = 4 and 5 of the bottom row of a side of 10: x = 4 passes on its own.
+        {"bottom row of ten", wide, {4, 9}},
+        // Two same spells are a move like two bricks; no move at all leaves x and y alone.
+        {"two spells", {"..", "cc"}, {1, 1}},
+        {"no move", {"12", "21"}, {-7, -7}},
+    };
     BoardFixture f;
-    // The only pair lies in the last two columns: found from its right cell, looking back.
-    f.Start({".....",
-             ".....",
-             "...33",
-             ".....",
-             "....."});
-    EXPECT_EQ(FirstMove(f), Cell(4, 2));
-    // The same for the last two rows: the lower cell.
-    f.Start({".....",
-             ".....",
-             ".....",
-             "..4..",
-             "..4.."});
-    EXPECT_EQ(FirstMove(f), Cell(2, 4));
-    // Away from the far edges the upper cell passes by looking down.
-    f.Start({".....",
-             ".4...",
-             ".4...",
-             ".....",
-             "....."});
-    EXPECT_EQ(FirstMove(f), Cell(1, 1));
-    // Scan order: column by column, each from the top.
-    f.Start({"....2",
-             "....2",
-             ".....",
-             "11...",
-             "....."});
-    EXPECT_EQ(FirstMove(f), Cell(0, 3));
-
-    // A pair in the bottom row at x = 4 and 5 of a side of 10: x = 4 passes on its own.
-    Rows rows(10, "..........");
-    rows[9] = "....66....";
-    f.Start(rows);
-    EXPECT_EQ(FirstMove(f), Cell(4, 9));
-
-    // Two same spells are a move like two bricks; no move at all leaves x and y alone.
-    f.Start({"..", "cc"});
-    EXPECT_EQ(FirstMove(f), Cell(1, 1));
-    f.Start({"12", "21"});
-    EXPECT_EQ(FirstMove(f), Cell(-7, -7));
+    for (const auto& c : cases) {
+        f.Start(c.board);
+        EXPECT_EQ(FirstMove(f), c.first) << c.what;
+    }
 }
 
 TEST(Finders, ShowHintPlaysOnceOverTheCellAndHidesAtTheFinish) {

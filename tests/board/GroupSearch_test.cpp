@@ -5,7 +5,7 @@
 #include <limits>
 
 using tolva::testing::BoardFixture;
-using Rows = std::vector<std::string>;
+using tolva::testing::Rows;
 
 TEST(GroupSearch, PixelToCellGivesRightAndLowerEdgeToTheCell) {
     BoardFixture f;

@@ -11,7 +11,7 @@
 using tolva::testing::BoardFixture;
 using tolva::testing::SolidBmp;
 using tolva::testing::TempFolder;
-using Rows = std::vector<std::string>;
+using tolva::testing::Rows;
 
 namespace {
 

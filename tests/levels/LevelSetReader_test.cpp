@@ -70,23 +70,15 @@ TEST(LevelSetReader, ScanTakesLevelsByOrderAndRowsByPosition) {
     EXPECT_TRUE(l.Level(3).LevelName.empty());
 }
 
-TEST(LevelSetReader, EveryFieldCountsInTheSumButOnlyTheGridIsStored) {
-    // 41 values in a row: the 41st is not stored and still adds 5 * 40.
-    std::string row = "r0=";
-    for (int x = 0; x < 40; ++x) row += "1,";
-    row += "5\n";
-    Loaded l = LoadText(Head("Wide") + row + "s0=2\n");
-    EXPECT_EQ(l.load.LevelChecksum, 780.0 + 200.0);   // 1 * (0 + ... + 39) + 5 * 40
-    EXPECT_EQ(l.Level(1).BrickGrid(39, 0), 1);
-    EXPECT_EQ(l.Level(1).SpellGrid(0, 0), 2);
-
-    // One brick row of one value: weight 0 + 0.
+TEST(LevelSetReader, EveryLevelCountsInTheSumButOnlyAHundredAreStored) {
+    // A row too long for the grid is the untrusted values' test. One brick row of one
+    // value: weight 0 + 0.
     EXPECT_EQ(LoadText(Head("Lone") + "r0=7\ns0=-1\n").load.LevelChecksum, 0.0);
 
     // 101 levels: the last is read, counted and dropped.
     std::string many;
     for (int n = 1; n <= 101; ++n) many += Head("L" + std::to_string(n)) + "r0=0,1\ns0=-1,-1\n";
-    l = LoadText(many);
+    const Loaded l = LoadText(many);
     EXPECT_EQ(l.load.LevelHeads, 101);
     EXPECT_EQ(l.load.LevelsStored(), 100);
     EXPECT_EQ(l.Level(100).LevelName, "L100");
@@ -182,13 +174,9 @@ TEST(LevelSetReader, DefaultSetsMustCarryTheSumOfTheirLastLine) {
 }
 
 TEST(LevelSetReader, DefaultIsATestOfTheEndingAlone) {
-    EXPECT_TRUE(LevelSetReader::IsDefault("levels\\default\\"));
-    EXPECT_TRUE(LevelSetReader::IsDefault("levels\\default"));
-    EXPECT_TRUE(LevelSetReader::IsDefault("levels\\DEFAULT\\"));
-    EXPECT_TRUE(LevelSetReader::IsDefault("levels\\notdefault\\"));
-    EXPECT_FALSE(LevelSetReader::IsDefault("levels\\defaults\\"));
-    EXPECT_FALSE(LevelSetReader::IsDefault("levels\\default\\\\"));
-    EXPECT_FALSE(LevelSetReader::IsDefault(""));
+    for (const char* path : {"levels\\default\\", "levels\\default", "levels\\DEFAULT\\", "levels\\notdefault\\"})
+        EXPECT_TRUE(LevelSetReader::IsDefault(path)) << path;
+    for (const char* path : {"levels\\defaults\\", "levels\\default\\\\", ""}) EXPECT_FALSE(LevelSetReader::IsDefault(path)) << path;
     EXPECT_EQ(LevelSetReader::SetKeyFor("levels\\default\\"), DefaultSetKey);
     EXPECT_EQ(LevelSetReader::SetKeyFor("levels\\miniatures\\"), OtherSetKey);
     EXPECT_NE(DefaultSetKey, OtherSetKey);

@@ -1,5 +1,10 @@
 #pragma once
-// Small level-set texts shared by the level tests, with their sums worked out by hand.
+// Small level-set texts shared by the level tests, with their sums worked out by hand, and
+// the sets shipped with the game, loaded as the game loads them.
+#include "levels/LevelSetReader.h"
+#include "support/ZenkorModule.h"
+
+#include <memory>
 #include <string>
 
 namespace tolva::testing {
@@ -26,5 +31,18 @@ inline std::string TinyPairSet() {
            "r2=8\n";
 }
 inline constexpr double TinyPairSum = 74;
+
+// One of the sets in the source tree's game folder, read from levels\<folder>\.
+struct ShippedSet {
+    std::unique_ptr<LevelModule> game = std::make_unique<LevelModule>();
+    LevelSetLoad load;
+    explicit ShippedSet(const std::string& folder) {
+        SetAppPath(std::string(TOLVA_SOURCE_DIR) + "/game");
+        LevelSetReader reader(*game);
+        reader.LevelSetPath = "levels\\" + folder + "\\";
+        load = reader.InitLevels();
+    }
+    const LevelRecord& Level(int n) const { return game->Levels[static_cast<std::size_t>(n - 1)]; }
+};
 
 } // namespace tolva::testing

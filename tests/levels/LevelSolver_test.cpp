@@ -4,6 +4,7 @@
 #include "BoardFeatures.h"
 #include "EngineReplay.h"
 #include "LevelRating.h"
+#include "LevelSetTestFiles.h"
 #include "LevelSolver.h"
 #include "board/BoardFixture.h"
 #include "levels/LevelSetReader.h"
@@ -40,12 +41,6 @@ bool EngineClears(const LevelRecord& level, const std::vector<Cell>& clicks) {
     return levelgen::EngineClears(*game, 1, clicks, host.Platform());
 }
 
-// Hears the level end with its bonus, the engine's word that the board is cleared.
-struct BonusWatch final : BoardListener {
-    bool cleared = false;
-    void BonusScore(double, std::int16_t) override { cleared = true; }
-};
-
 SolveOptions Budget(double seconds) {
     SolveOptions o;
     o.seconds = seconds;
@@ -71,24 +66,23 @@ TEST(PlayBoard, RandomClicksLeaveTheSameGridsAsTheEngine) {
                 level.BrickGrid(x, y) = roll < 2 ? CellEmpty : roll < 3 ? std::int16_t{12} : static_cast<std::int16_t>(roll % 3);
                 if (roll % 11 == 5) level.SpellGrid(x, y) = static_cast<std::int16_t>(roll % 6);
             }
-        auto game = std::make_unique<LevelModule>();
-        game->Levels[0] = level;
-        HeadlessPlatform platform;
-        BonusWatch listener;
-        const GameSettings settings;
-        TolvaBoard engine(*game, settings, platform.Platform(), listener);
+        tolva::testing::BoardFixture f;
+        TolvaBoard& engine = f.Board;
+        f.Game->Levels[0] = level;
         engine.AniDraw = false;
+        bool cleared = false;   // the level's bonus is the engine's word that it is cleared
+        f.Events.OnEvent = [&](const std::string& e) { cleared = cleared || e.rfind("BonusScore", 0) == 0; };
         std::int16_t number = 1;
         engine.NewGame(number);
         PlayBoard model(level);
         std::vector<Group> groups;
         for (int move = 0; move < (side == MaxBricks ? 300 : 60); ++move) {
             model.FindGroups(groups);
-            if (groups.empty() || listener.cleared) break;
+            if (groups.empty() || cleared) break;
             const Group g = groups[rng() % groups.size()];
             ASSERT_GT(model.Click(g.at.x, g.at.y), 0);
             engine.BoardClick(g.at.x, g.at.y);
-            if (listener.cleared) {
+            if (cleared) {
                 EXPECT_TRUE(model.Cleared());
                 break;
             }
@@ -174,27 +168,12 @@ TEST(LevelSolver, AnyBudgetAboveZeroLeavesTimeToSearch) {
     EXPECT_FALSE(SolveLevel(PlayBoard(level), Budget(0)).solved);
 }
 
-namespace {
-
-// One of the sets shipped with the game, loaded as the game loads it.
-std::unique_ptr<LevelModule> LoadShippedSet(const std::string& folder, int& stored) {
-    auto game = std::make_unique<LevelModule>();
-    SetAppPath(std::string(TOLVA_SOURCE_DIR) + "/game");
-    LevelSetReader reader(*game);
-    reader.LevelSetPath = "levels\\" + folder + "\\";
-    stored = reader.InitLevels().LevelsStored();
-    return game;
-}
-
-} // namespace
-
 TEST(LevelSolver, ACapOnBoardsEndsTheSearchTheSameWayOnEveryMachine) {
     // A miniature the first passes clear only at a width of a few boards, so that the
     // cap falls in the middle of a search of several passes.
-    int stored = 0;
-    const auto game = LoadShippedSet("miniatures", stored);
-    ASSERT_GE(stored, 8);
-    const PlayBoard board(game->Levels[7]);
+    const tolva::testing::ShippedSet set("miniatures");
+    ASSERT_GE(set.load.LevelsStored(), 8);
+    const PlayBoard board(set.Level(8));
     SolveOptions timed = Budget(60);
     timed.seed = 8;
     const SolveResult free = SolveLevel(board, timed);

@@ -31,8 +31,9 @@ public:
     std::vector<BoardMarks> Shown;
 };
 
+// The focus is the one the game's builder hangs on its board.
 struct FocusFixture : SessionFixture {
-    FocusFixture() : Focus(Board, Session, Settings, View) {
+    FocusFixture() : Focus(Built.Focus()) {
         Focus.SetMarksView(&Marks);
         SetLevel(1, Board5);
     }
@@ -47,7 +48,7 @@ struct FocusFixture : SessionFixture {
         Focus.Refresh();
         return Focus.Marks().Group.size();
     }
-    BoardFocus Focus;
+    BoardFocus& Focus;
     MarksRecorder Marks;
 };
 

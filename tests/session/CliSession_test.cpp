@@ -70,10 +70,9 @@ TEST(CliSession, AGameThatEndsWithAPlaceKeepsItInTheTableAfterARestart) {
     EXPECT_TRUE(Contains(r.out, "message: Are you sure you want to end this game ?\n"
                                 "message: G A M E   O V E R !\n1\tAB \t2\t"))
         << r.out;
-    EXPECT_TRUE(Contains(r.out, "\n2\t...\t0\t0\n")) << r.out;
-    EXPECT_TRUE(Contains(r.out, "checksum: ok\n")) << r.out;
 
-    // The table is in the set's own file, and the next start shows it unchanged.
+    // The table is in the set's own file (whose printed form is the hiscore command's
+    // test), and the next start shows it unchanged.
     const std::string table = r.out.substr(r.out.find("1\tAB "));
     const CliRun shown = Cli("hiscore show " + Quote(game.Dir / "levels/default/hiscore.hi"));
     EXPECT_EQ(shown.out, table);

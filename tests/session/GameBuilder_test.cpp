@@ -1,7 +1,7 @@
 // The game as the builder puts it together: the board's events reach the session through
-// the relay, the undo history sees every move, and the focus looks at the same board. The
-// board without a relay is the headless game's, which the tolva2-cli session tests play.
-#include "session/BoardFocus.h"
+// the relay and the undo history sees every move. The board without a relay is the headless
+// game's, which the tolva2-cli session tests play; the focus is the builder's own in the
+// board focus tests.
 #include "session/GameBuilder.h"
 #include "session/UndoHistory.h"
 
@@ -20,11 +20,6 @@ TEST(GameBuilder, WiresTheBoardTheSessionTheUndoAndTheFocus) {
     ASSERT_TRUE(f.Session.NewGame(1));
     EXPECT_EQ(&f.Built.Board(), &f.Board);
     EXPECT_EQ(&f.Built.Session(), &f.Session);
-
-    // The focus outlines on this board what a click here would take.
-    f.Built.Focus().PointerAt(0, 0);
-    f.Built.Focus().Refresh();
-    EXPECT_EQ(f.Built.Focus().Marks().Group.size(), 2u);
 
     // A removal: the relay counted it, the session scored it, the history kept the move.
     EXPECT_EQ(f.Built.Undo().Steps(), 0u);

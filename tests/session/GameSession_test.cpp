@@ -97,8 +97,7 @@ TEST(GameSession, ClickTargetsShowOnlyInTheDefaultSet) {
 
 TEST(GameSession, RestartingAskesFirstAndCancelKeepsTheGame) {
     SessionFixture f;
-    f.SetLevel(1, {"111", "222", "333"});
-    f.Session.NewGame(1);
+    f.StartGame({"111", "222", "333"});
     f.Click(0, 0);
     f.Host.Dialog.QueueMessageAnswer(MessageResult::Cancel);
     EXPECT_FALSE(f.Session.NewGame(1));
@@ -115,38 +114,9 @@ TEST(GameSession, RestartingAskesFirstAndCancelKeepsTheGame) {
     EXPECT_EQ(f.Stat("LEVEL1", "played"), "");
 }
 
-TEST(GameSession, SpellButtonsArmDisarmAndRespectStockAndARunningSpell) {
-    SessionFixture f;
-    f.SetLevel(1, {"111", "222", "333"});
-    f.Session.sp_Click(2);                           // no game: nothing
-    EXPECT_EQ(f.Game->ActiveSpell, NoSpell);
-    f.Session.NewGame(1);
-    f.Session.sp_Click(2);                           // no stock: nothing
-    EXPECT_EQ(f.Game->ActiveSpell, NoSpell);
-
-    f.Session.NewSpell(2);
-    f.Session.NewSpell(4);
-    f.Session.sp_Click(2);
-    EXPECT_EQ(f.Game->ActiveSpell, 2);
-    EXPECT_EQ(f.View.Panel.Active, 2);
-    EXPECT_EQ(f.View.Panel.ActiveName, "GUN");
-    f.Session.sp_Click(4);                           // another button arms that one
-    EXPECT_EQ(f.Game->ActiveSpell, 4);
-    f.Session.sp_Click(4);                           // the same button disarms
-    EXPECT_EQ(f.Game->ActiveSpell, NoSpell);
-    EXPECT_EQ(f.View.Panel.ActiveName, "");
-
-    // While a spell runs the buttons are dead. Cheat mode and the spent stock are the
-    // spell engine's tests.
-    f.Game->SpellRunning = true;
-    f.Session.sp_Click(2);
-    EXPECT_EQ(f.Game->ActiveSpell, NoSpell);
-}
-
 TEST(GameSession, SpellSoundComesAtMostOncePerSecondAndIdleMascotAfterTwentySeconds) {
     SessionFixture f;
-    f.SetLevel(1, {"111", "222", "333"});
-    f.Session.NewGame(1);
+    f.StartGame({"111", "222", "333"});
     const std::string sound = AppPath() + "data\\9.wav";
     f.Session.NewSpell(0);
     f.Session.NewSpell(1);
@@ -171,8 +141,7 @@ TEST(GameSession, SpellSoundComesAtMostOncePerSecondAndIdleMascotAfterTwentySeco
 TEST(GameSession, AScoreWithAPlaceInTheTableShowsItHighlighted) {
     // Freezing and keeping the score in cheat mode are the cheat-mode tests' part.
     SessionFixture f;
-    f.SetLevel(1, {"1111", "2222", "3333", "4444"});
-    f.Session.NewGame(1);
+    f.StartGame({"1111", "2222", "3333", "4444"});
     f.Services.Place = 3;
     f.Click(0, 0);
     ASSERT_FALSE(f.Services.Calls.empty());
@@ -181,8 +150,7 @@ TEST(GameSession, AScoreWithAPlaceInTheTableShowsItHighlighted) {
 
 TEST(GameSession, PointerLabelAndSpeakerSignals) {
     SessionFixture f;
-    f.SetLevel(1, {"12", "34"});
-    f.Session.NewGame(1);
+    f.StartGame({"12", "34"});
     f.Session.MouseMove(1, 0);
     EXPECT_EQ(f.Label(SessionLabel::Pointer), "X:1,Y:0  TYPE:2");
     f.Session.MouseMove(-1, 5);
@@ -227,17 +195,14 @@ TEST(GameSession, ALevelClearedInExactlyItsTargetSoundsTheGoodSignal) {
     // more clicks than the target gives signal 1, as many or fewer signal 3.
     for (const auto& [target, signalStart] : {std::pair{"2", "Beep(3000,100)"}, std::pair{"1", "Beep(1500,200)"}}) {
         SessionFixture f;
-        f.SetLevel(1, {"11", "22"});
         f.SetLevel(2, {"12", "34"});
         WriteIni(f.Folder / "stat.ini", "LEVEL1", "minclicks", target);
         f.Session.ChangeCheatMode();
-        f.Session.NewGame(1);
-        f.Host.Sound.ClearCalls();
+        f.StartGame({"11", "22"});
         f.Click(0, 0);
         f.Click(0, 1);
-        const auto beeps = f.BeepCalls();
-        ASSERT_FALSE(beeps.empty()) << target;
-        EXPECT_EQ(beeps.front(), signalStart) << target;
+        ASSERT_FALSE(f.BeepCalls().empty()) << target;
+        EXPECT_EQ(f.BeepCalls().front(), signalStart) << target;
     }
 }
 
@@ -301,8 +266,7 @@ TEST(GameSession, EndingTheGameAndCopyingTheLevelCodeAskFirstAndFollowTheSet) {
     // Another set has no level codes: no entry, no question, nothing copied.
     SessionFixture other;
     other.Session.IsDefaultSet = false;
-    other.SetLevel(1, {"11", "22"});
-    other.Session.NewGame(1);
+    other.StartGame({"11", "22"});
     EXPECT_FALSE(other.Session.Game_Click().LevelCode);
     EXPECT_FALSE(other.Session.Game_Click().DefaultSetOnly);
     const std::size_t asked = other.Host.Dialog.ShownBoxes().size();

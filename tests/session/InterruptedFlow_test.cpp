@@ -32,104 +32,90 @@ std::unique_ptr<Timer> PressLater(SessionFixture& f, std::int32_t ms, std::int16
     return timer;
 }
 
-// Level 1 ends with two steps of the level bonus, which count up on the bonus screen.
-void LevelWithBonus(SessionFixture& f) {
-    f.SetLevel(1, {"11", "22"});
-    f.SetLevel(2, {"33", "44"});
-    f.Session.NewGame(1);
-    f.Click(0, 0);
-}
+// What cuts in: level 1 ends with two steps of the level bonus, which count up on the
+// bonus screen, and a key comes 200 ms into the count; or a saw is fired on a board of no
+// pairs, and a key comes a second into its four seconds. `firstClick` is what a click at
+// (0, 0) of the fresh level scores.
+struct Effect {
+    const char* name;
+    void (*setUp)(SessionFixture&);
+    std::int32_t keyAt;
+    int x, y;
+    double firstClick;
+};
 
-// A board of no pairs with the saw armed; a click sets it running for four seconds.
-void ArmSaw(SessionFixture& f) {
-    f.SetLevel(1, {"1212", "2121", "1212", "2121"});
-    f.Session.NewGame(1);
-    f.Session.SpellStock[SpellSaw] = 1;
-    f.Session.sp_Click(SpellSaw);
-}
+const Effect Effects[] = {
+    {"bonus count",
+     [](SessionFixture& f) {
+         f.SetLevel(1, {"11", "22"});
+         f.SetLevel(2, {"33", "44"});
+         f.Session.NewGame(1);
+         f.Click(0, 0);
+     },
+     200, 0, 1, 4},
+    {"saw",
+     [](SessionFixture& f) {
+         f.StartGame({"1212", "2121", "1212", "2121"});
+         f.Session.SpellStock[SpellSaw] = 1;
+         f.Session.sp_Click(SpellSaw);
+     },
+     1000, 1, 1, 0},
+};
 
 } // namespace
 
-TEST(InterruptedFlow, NewGameDuringTheBonusCountStartsCleanAtLevelOne) {
-    SessionFixture f;
-    LevelWithBonus(f);
-    const double before = f.Session.Score;
-    f.Host.Dialog.QueueMessageAnswer(MessageResult::Ok);   // "Restart game?"
-    auto press = PressLater(f, 200, F2);                   // the count has paid one step
-    f.Click(0, 1);                                          // clears level 1: the bonus counts
-    f.Host.Loop.Advance(5000);
+TEST(InterruptedFlow, NewGameDuringAnEffectStartsCleanAtLevelOne) {
+    for (const Effect& e : Effects) {
+        SessionFixture f;
+        e.setUp(f);
+        f.Host.Dialog.QueueMessageAnswer(MessageResult::Ok);   // "Restart game?"
+        auto press = PressLater(f, e.keyAt, F2);
+        f.Click(e.x, e.y);
+        f.Host.Loop.Advance(10000);
 
-    EXPECT_TRUE(f.Session.GameRunning);
-    EXPECT_EQ(f.Game->CurLevelNo, 1);
-    EXPECT_EQ(f.Label(SessionLabel::Level), "1");
-    EXPECT_EQ(f.Session.Score, 0) << "the old count went on paying after " << before;
-    EXPECT_FALSE(f.Board.BonusPic().Visible());
-    EXPECT_EQ(f.Board.Bricks(0, 0), 1);                    // level 1 as stored, not level 2
-    // The broken-off level is not logged, and no level 2 started to log it with no clicks.
-    EXPECT_EQ(f.Stat("LEVEL1", "minclicks"), "");
-    EXPECT_EQ(f.Stat("LEVEL1", "played"), "");
-    // The new game plays: its first click counts.
-    f.Click(0, 0);
-    EXPECT_EQ(f.Session.Score, 4);
+        EXPECT_TRUE(f.Session.GameRunning) << e.name;
+        EXPECT_EQ(f.Game->CurLevelNo, 1) << e.name;
+        EXPECT_EQ(f.Label(SessionLabel::Level), "1") << e.name;
+        EXPECT_EQ(f.Session.Score, 0) << e.name << ": the old flow went on paying";
+        EXPECT_EQ(f.Session.SpellStock[SpellSaw], 0) << e.name;   // the new game's stock is untouched
+        EXPECT_FALSE(f.Game->SpellRunning) << e.name;
+        EXPECT_FALSE(f.Board.SpellClickPending) << e.name;
+        EXPECT_FALSE(f.Board.BounceTimer().Enabled()) << e.name;
+        EXPECT_FALSE(f.Board.Bounce().Visible()) << e.name;
+        EXPECT_FALSE(f.Board.BonusPic().Visible()) << e.name;
+        for (int x = 0; x < f.Board.xBricks(); ++x)
+            for (int y = 0; y < f.Board.xBricks(); ++y)
+                EXPECT_EQ(f.Board.Bricks(x, y), f.Game->Levels[0].BrickGrid(x, y)) << e.name << " " << x << "," << y;
+        // The broken-off level is not logged, and no level 2 started to log it with no clicks.
+        EXPECT_EQ(f.Stat("LEVEL1", "minclicks"), "") << e.name;
+        EXPECT_EQ(f.Stat("LEVEL1", "played"), "") << e.name;
+        // The new game plays on.
+        f.Click(0, 0);
+        EXPECT_EQ(f.Session.Score, e.firstClick) << e.name;
+        EXPECT_FALSE(f.Board.GameIsOver) << e.name;
+    }
 }
 
-TEST(InterruptedFlow, EndedGameDuringTheBonusCountStaysEnded) {
-    SessionFixture f;
-    LevelWithBonus(f);
-    f.Host.Dialog.QueueMessageAnswer(MessageResult::Ok);   // "Are you sure you want to end this game ?"
-    auto press = PressLater(f, 200, F12);
-    f.Click(0, 1);
-    const double atTheEnd = f.Session.Score;
-    f.Host.Loop.Advance(5000);
+TEST(InterruptedFlow, EndedGameDuringAnEffectStaysEnded) {
+    for (const Effect& e : Effects) {
+        SessionFixture f;
+        e.setUp(f);
+        f.Host.Dialog.QueueMessageAnswer(MessageResult::Ok);   // "Are you sure you want to end this game ?"
+        auto press = PressLater(f, e.keyAt, F12);
+        f.Click(e.x, e.y);
+        const double atTheEnd = f.Session.Score;   // the saw's points never come
+        f.Host.Loop.Advance(10000);
 
-    EXPECT_FALSE(f.Session.GameRunning);
-    EXPECT_TRUE(f.Board.GameIsOver);
-    EXPECT_EQ(f.Session.Score, atTheEnd);
-    EXPECT_EQ(f.Game->CurLevelNo, 1);                      // no next level behind the message
-    EXPECT_EQ(f.Host.Dialog.ShownBoxes().back().Text, "G A M E   O V E R !");
-    EXPECT_EQ(f.Stat("LEVEL1", "gameover"), "1");
-    EXPECT_EQ(f.Stat("LEVEL2", "played"), "");
-    // Clicks on the board do nothing any more.
-    f.Click(0, 1);
-    EXPECT_EQ(f.Session.Score, atTheEnd);
-}
-
-TEST(InterruptedFlow, NewGameDuringTheSawDropsTheSawAndItsPoints) {
-    SessionFixture f;
-    ArmSaw(f);
-    ASSERT_EQ(f.Game->ActiveSpell, SpellSaw);
-    f.Host.Dialog.QueueMessageAnswer(MessageResult::Ok);
-    auto press = PressLater(f, 1000, F2);
-    f.Click(1, 1);                                          // the saw runs four seconds
-    f.Host.Loop.Advance(10000);
-
-    EXPECT_TRUE(f.Session.GameRunning);
-    EXPECT_EQ(f.Session.Score, 0);
-    EXPECT_EQ(f.Session.SpellStock[SpellSaw], 0);           // the new game's stock is untouched
-    EXPECT_FALSE(f.Game->SpellRunning);
-    EXPECT_FALSE(f.Board.SpellClickPending);
-    EXPECT_FALSE(f.Board.BounceTimer().Enabled());
-    EXPECT_FALSE(f.Board.Bounce().Visible());
-    for (int x = 0; x < 4; ++x)
-        for (int y = 0; y < 4; ++y)
-            EXPECT_EQ(f.Board.Bricks(x, y), f.Game->Levels[0].BrickGrid(x, y)) << x << "," << y;
-    // The new game plays on.
-    f.Click(0, 0);
-    EXPECT_EQ(f.Session.Score, 0);                          // a lone brick: nothing
-    EXPECT_FALSE(f.Board.GameIsOver);
-}
-
-TEST(InterruptedFlow, EndedGameDuringTheSawStaysEnded) {
-    SessionFixture f;
-    ArmSaw(f);
-    f.Host.Dialog.QueueMessageAnswer(MessageResult::Ok);
-    auto press = PressLater(f, 1000, F12);
-    f.Click(1, 1);
-    f.Host.Loop.Advance(10000);
-
-    EXPECT_FALSE(f.Session.GameRunning);
-    EXPECT_TRUE(f.Board.GameIsOver);
-    EXPECT_EQ(f.Session.Score, 0);                          // the saw's points never came
-    EXPECT_TRUE(f.Board.BoardReady);                        // the board repaints again
-    EXPECT_EQ(f.Host.Dialog.ShownBoxes().back().Text, "G A M E   O V E R !");
+        EXPECT_FALSE(f.Session.GameRunning) << e.name;
+        EXPECT_TRUE(f.Board.GameIsOver) << e.name;
+        EXPECT_TRUE(f.Board.BoardReady) << e.name;   // the board repaints again
+        EXPECT_EQ(f.Session.Score, atTheEnd) << e.name;
+        EXPECT_EQ(f.Game->CurLevelNo, 1) << e.name;   // no next level behind the message
+        EXPECT_EQ(f.Host.Dialog.ShownBoxes().back().Text, "G A M E   O V E R !") << e.name;
+        EXPECT_EQ(f.Stat("LEVEL1", "gameover"), "1") << e.name;
+        EXPECT_EQ(f.Stat("LEVEL2", "played"), "") << e.name;
+        // Clicks on the board do nothing any more.
+        f.Click(0, 1);
+        EXPECT_EQ(f.Session.Score, atTheEnd) << e.name;
+    }
 }

@@ -38,31 +38,6 @@ public:
     void RestartIdle() override { ++IdleRestarts; }
 };
 
-// Writes each event down, then hands it on.
-class RecordAndForward final : public BoardListener {
-public:
-    RecordAndForward(RecordingListener& log, BoardListener& target) : log_(log), target_(target) {}
-
-    void BricksRemoved(std::int16_t n) override { log_.BricksRemoved(n), target_.BricksRemoved(n); }
-    void MouseMove(std::int16_t x, std::int16_t y) override { log_.MouseMove(x, y), target_.MouseMove(x, y); }
-    void GameOver() override { log_.GameOver(), target_.GameOver(); }
-    void NewScore(double p) override { log_.NewScore(p), target_.NewScore(p); }
-    void NewSpell(std::int16_t s) override { log_.NewSpell(s), target_.NewSpell(s); }
-    void NewLevel(std::int16_t l) override { log_.NewLevel(l), target_.NewLevel(l); }
-    void SpellUsed(std::int16_t s) override { log_.SpellUsed(s), target_.SpellUsed(s); }
-    void BonusScore(double b, std::int16_t t) override { log_.BonusScore(b, t), target_.BonusScore(b, t); }
-    void BonusTimes(std::int16_t t) override { log_.BonusTimes(t), target_.BonusTimes(t); }
-    void CanDoNextMove() override { log_.CanDoNextMove(), target_.CanDoNextMove(); }
-    void ResourceLoaded(const std::string& r) override { log_.ResourceLoaded(r), target_.ResourceLoaded(r); }
-    void SpellInUse(bool u) override { log_.SpellInUse(u), target_.SpellInUse(u); }
-    void RemoveClick(std::int16_t l) override { log_.RemoveClick(l), target_.RemoveClick(l); }
-    void SpellClick(std::int16_t s, std::int16_t l) override { log_.SpellClick(s, l), target_.SpellClick(s, l); }
-
-private:
-    RecordingListener& log_;
-    BoardListener& target_;
-};
-
 class SessionFixture {
 public:
     explicit SessionFixture(Random* rng = nullptr)
@@ -71,8 +46,8 @@ public:
           Built(GameParts{*Game, Settings, WithRandom(Host, rng), View, SessionServices{Services, Stats, Services, Windows}}),
           Session(Built.Session()),
           Events(Session),
-          Forward(Log, Events),
-          Board(Built.BuildBoard(&Forward)) {
+          Log(&Events),
+          Board(Built.BuildBoard(&Log)) {
         SetAppPath(Folder.Path());
         Board.AniDraw = false;
     }
@@ -89,7 +64,6 @@ public:
     GameSession& Session;
     CountingListener Events;
     RecordingListener Log;
-    RecordAndForward Forward;
     TolvaBoard& Board;
 
     void SetLevel(int number, const std::vector<std::string>& rows, const std::vector<std::string>& spells = {}) {
