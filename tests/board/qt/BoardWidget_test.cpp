@@ -116,6 +116,8 @@ TEST(BoardWidget, PaintAndResizeFollowTheBackPictureAndBoardReady) {
     ScreenBoard s;
     s.Widget.show();
     s.Start(TenByTen);
+    QTest::mouseMove(&s.Widget, QPoint(30, 50));   // the pointer reaches the board by cell
+    EXPECT_TRUE(s.Saw("MouseMove(1,2)"));
     // A new back picture: the board takes its size, the surface starts again from it,
     // and the platform's repaint paints the cells anew, now 30 pixels wide.
     s.SetBack(300);
