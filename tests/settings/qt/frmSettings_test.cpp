@@ -18,7 +18,6 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -51,14 +50,8 @@ struct Window {
         Form->show();
         Seen.clear();
     }
-    long Count(const std::string& call) const { return std::count(Seen.begin(), Seen.end(), call); }
     void Close() { Form->Ebutton1()->FakeMouseUp(); }
 };
-
-void Key(QWidget* w, int key) {
-    QKeyEvent event(QEvent::KeyPress, key, Qt::KeypadModifier);
-    QApplication::sendEvent(w, &event);
-}
 
 void Mouse(QWidget* w, QEvent::Type type, QPoint at, QPoint global, Qt::MouseButtons held) {
     QMouseEvent event(type, at, global, type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, held, Qt::NoModifier);
@@ -122,10 +115,6 @@ TEST(frmSettings, TheActionDelayActsAtOnceAndPacesTheBlinkingSample) {
     frmSettings& f = *w.Form;
     const QColor face = QApplication::palette().color(QPalette::Button);
 
-    Key(f.Scroller1(), Qt::Key_Plus);   // the knob moves half its length and one pixel
-    EXPECT_GT(w.Settings.UpdateDelay, 200);
-    EXPECT_EQ(f.Label1()->text(), QString("(%1) ms").arg(w.Settings.UpdateDelay));
-    EXPECT_GE(w.Count("apply"), 1);
     // Dragged to the near end, the slider reads 2: its lowest value by the mouse.
     QWidget* knob = f.Scroller1()->Knob();
     Mouse(knob, QEvent::MouseButtonPress, {5, 5}, knob->mapToGlobal(QPoint(5, 5)), Qt::LeftButton);
@@ -156,9 +145,9 @@ TEST(frmSettings, TheActionDelayActsAtOnceAndPacesTheBlinkingSample) {
     w.Loop.Advance(300);
     EXPECT_EQ(f.SampleColor(), face);
 
-    // The hunt delay's way to the board at closing is the main window's test.
+    // Closed, the sample no longer blinks. (The delays' way to the board, the action delay
+    // at once and the hunt delay at closing, is the main window's test.)
     w.Close();
-    // Closed, the sample no longer blinks.
     EXPECT_FALSE(f.Timer1().Enabled());
 }
 
