@@ -145,7 +145,6 @@ TEST_F(StatisticsWindow, ScrollBarMovesTheListLiveAndEndsAtTheTotals) {
     frmStatistics* window = tolva::OpenStatistics(open, Entry());
     ASSERT_NE(window, nullptr);
     QScrollBar* bar = window->Scroller();
-    EXPECT_EQ(bar->maximum(), window->DS()->height() - window->ListFrame()->height());
     EXPECT_EQ(bar->value(), 0);
 
     // A drag: every position moves the list, not only the last.
