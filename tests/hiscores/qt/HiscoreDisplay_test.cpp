@@ -46,7 +46,7 @@ QRect Band(int row, int left = 0, int right = 183) { return QRect(QPoint(left, 1
 
 } // namespace
 
-TEST(HiscoreDisplay, DrawsBarsOnEverySecondRowAndTheHighlight) {
+TEST(HiscoreDisplay, DrawsBarsOnEverySecondRowTheHighlightAndColumnsInSevenPixelCells) {
     QLabel label;
     label.resize(184, 122);
     HiscoreDisplay display(&label, {});
@@ -71,15 +71,8 @@ TEST(HiscoreDisplay, DrawsBarsOnEverySecondRowAndTheHighlight) {
     display.Print(Table(), -1, 0x0000FF, 0);
     EXPECT_EQ(display.Picture().pixel(1, 13) | 0xFF000000u, Black);
     EXPECT_GT(Count(display.Picture(), Band(1), White), 20);
-}
 
-TEST(HiscoreDisplay, ColumnsStandInSevenPixelCells) {
-    QLabel label;
-    label.resize(184, 122);
-    HiscoreDisplay display(&label, {});
-    display.Print(Table(), -1, 0, 0);
-    const QImage& shown = display.Picture();
-    // Row 1 (no bar): " 2" in 3..16, "MID" in 27..47, "7" in 63..69, "000.000.900"
+    // Columns in seven-pixel cells. Row 1 (no bar): " 2" in 3..16, "MID" in 27..47, "7" in 63..69, "000.000.900"
     // in 95..171, and nothing between the columns or behind the score.
     const struct { int left, right; bool ink; } cells[] = {
         {0, 9, false},  {10, 16, true},  {18, 26, false}, {27, 33, true},   {34, 40, true},    {41, 47, true},
