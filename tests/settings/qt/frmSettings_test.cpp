@@ -1,9 +1,9 @@
 // The settings window: what it shows on opening, what acts at once, what is written back
 // at closing, the music list and its folder, the play button, and the window's own ways.
+#include "qtsupport/WidgetTestKit.h"
 #include "controls/Ebutton.h"
 #include "controls/Scroller.h"
 #include "settings/qt/frmSettings.h"
-#include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
 #include "support/platform/HeadlessEventLoop.h"
 
@@ -11,7 +11,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
-#include <QImage>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
@@ -19,34 +18,21 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <string>
 #include <vector>
 
 using namespace tolva;
+using tolva::testing::PictureFolder;
 using tolva::testing::TempFolder;
 using Calls = std::vector<std::string>;
 
 namespace {
 
-void SavePicture(const std::string& path, int w, int h, QRgb colour) {
-    QImage picture(w, h, QImage::Format_RGB32);
-    picture.fill(colour);
-    ASSERT_TRUE(picture.save(QString::fromStdString(path), "BMP")) << path;
-}
+constexpr QRgb Background = 0xFF2850A0;
 
-// A game folder with the window's background and the close button's two pictures.
-struct GameFolder {
-    TempFolder dir;
-    explicit GameFolder(bool withBackground = true) {
-        ::mkdir((dir / "data").c_str(), 0755);
-        if (withBackground) SavePicture(dir / "data/10.bmp", frmSettings::FormWidth, frmSettings::FormHeight, qRgb(40, 80, 160));
-        SavePicture(dir / "data/18.bmp", 78, 21, qRgb(200, 0, 0));
-        SavePicture(dir / "data/19.bmp", 78, 21, qRgb(0, 200, 0));
-        SetAppPath(dir.Path());
-    }
-};
+// A game folder with the window's background.
+PictureFolder GameFolder() { return PictureFolder({{"data/10.bmp", frmSettings::FormWidth, frmSettings::FormHeight, Background}}); }
 
 // A window over a board at (100, 50, 750, 561), its callbacks written down.
 struct Window {
@@ -64,14 +50,8 @@ struct Window {
         Form->show();
         Seen.clear();
     }
-    long Count(const std::string& call) const { return std::count(Seen.begin(), Seen.end(), call); }
     void Close() { Form->Ebutton1()->FakeMouseUp(); }
 };
-
-void Key(QWidget* w, int key) {
-    QKeyEvent event(QEvent::KeyPress, key, Qt::KeypadModifier);
-    QApplication::sendEvent(w, &event);
-}
 
 void Mouse(QWidget* w, QEvent::Type type, QPoint at, QPoint global, Qt::MouseButtons held) {
     QMouseEvent event(type, at, global, type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, held, Qt::NoModifier);
@@ -87,7 +67,7 @@ QStringList Entries(const QComboBox& combo) {
 } // namespace
 
 TEST(frmSettings, OpensCentredOnItsPicturesWithTheControlsOfTheSettings) {
-    GameFolder game;
+    const PictureFolder game = GameFolder();
     GameSettings s;
     s.PlaySounds = 2;
     s.PlayMusic = 0;
@@ -101,7 +81,7 @@ TEST(frmSettings, OpensCentredOnItsPicturesWithTheControlsOfTheSettings) {
 
     // Centred on the main window's rectangle.
     EXPECT_LE((f.geometry().center() - QRect(100, 50, 750, 561).center()).manhattanLength(), 2);
-    EXPECT_EQ(f.grab().toImage().pixel(4, 4) | 0xFF000000u, qRgb(40, 80, 160));
+    EXPECT_EQ(f.grab().toImage().pixel(4, 4), Background);
 
     EXPECT_EQ(f.Scroller1()->Value(), 350);
     EXPECT_EQ(f.Label1()->text(), "(350) ms");
@@ -124,21 +104,17 @@ TEST(frmSettings, OpensCentredOnItsPicturesWithTheControlsOfTheSettings) {
     EXPECT_EQ(w2.Settings.HuntDelay, 100);
 
     // Without data\10.bmp the window has no picture, and still opens.
-    GameFolder bare(false);
+    const PictureFolder bare;
     Window w3;
-    EXPECT_NE(w3.Form->grab().toImage().pixel(4, 4) | 0xFF000000u, qRgb(40, 80, 160));
+    EXPECT_NE(w3.Form->grab().toImage().pixel(4, 4), Background);
 }
 
 TEST(frmSettings, TheActionDelayActsAtOnceAndPacesTheBlinkingSample) {
-    GameFolder game;
+    const PictureFolder game = GameFolder();
     Window w;
     frmSettings& f = *w.Form;
     const QColor face = QApplication::palette().color(QPalette::Button);
 
-    Key(f.Scroller1(), Qt::Key_Plus);   // the knob moves half its length and one pixel
-    EXPECT_GT(w.Settings.UpdateDelay, 200);
-    EXPECT_EQ(f.Label1()->text(), QString("(%1) ms").arg(w.Settings.UpdateDelay));
-    EXPECT_GE(w.Count("apply"), 1);
     // Dragged to the near end, the slider reads 2: its lowest value by the mouse.
     QWidget* knob = f.Scroller1()->Knob();
     Mouse(knob, QEvent::MouseButtonPress, {5, 5}, knob->mapToGlobal(QPoint(5, 5)), Qt::LeftButton);
@@ -169,20 +145,14 @@ TEST(frmSettings, TheActionDelayActsAtOnceAndPacesTheBlinkingSample) {
     w.Loop.Advance(300);
     EXPECT_EQ(f.SampleColor(), face);
 
-    // The hunt delay is taken at once but reaches the board only at closing.
-    w.Seen.clear();
-    Key(f.Scroller2(), Qt::Key_Plus);
-    EXPECT_GT(w.Settings.HuntDelay, 0);
-    EXPECT_EQ(f.Label2()->text(), QString("(%1) ms").arg(w.Settings.HuntDelay));
-    EXPECT_TRUE(w.Seen.empty());
+    // Closed, the sample no longer blinks. (The delays' way to the board, the action delay
+    // at once and the hunt delay at closing, is the main window's test.)
     w.Close();
-    EXPECT_EQ(w.Seen.front(), "apply");
-    // Closed, the sample no longer blinks.
     EXPECT_FALSE(f.Timer1().Enabled());
 }
 
 TEST(frmSettings, EachCheckBoxStandsForItsOwnSettingByName) {
-    GameFolder game;
+    const PictureFolder game = GameFolder();
     const std::pair<int, const char*> boxes[] = {{1, "anidraw"},  {2, "playsounds"},          {3, "playmusic"},
                                                  {4, "makestat"}, {5, "showbonuscounter"},    {6, "supplystatfile"},
                                                  {7, "drawusingbackbuffer"}, {8, "playanimations"},
@@ -209,7 +179,7 @@ TEST(frmSettings, EachCheckBoxStandsForItsOwnSettingByName) {
 }
 
 TEST(frmSettings, ClosingWritesTheCheckBoxesBackAndStartsOrStopsTheMusic) {
-    GameFolder game;
+    const PictureFolder game = GameFolder();
     GameSettings s;
     s.PlaySounds = 2;   // a number the file allows; the window writes 0 or 1
     Window w(s);
@@ -240,7 +210,7 @@ TEST(frmSettings, ClosingWritesTheCheckBoxesBackAndStartsOrStopsTheMusic) {
 }
 
 TEST(frmSettings, AddFilesListsTheMusicOfTheFolderAndSelectsTheChosenFile) {
-    GameFolder game;
+    const PictureFolder game = GameFolder();
     TempFolder music;
     for (const char* name : {"b.MOD", "a.xm", "Song.S3M", "clip.wav", "notes.txt", "c.it.bak"}) music.Write(name, "x");
     ::mkdir((music / "dir.mod").c_str(), 0755);
@@ -298,7 +268,7 @@ TEST(frmSettings, AddFilesListsTheMusicOfTheFolderAndSelectsTheChosenFile) {
 }
 
 TEST(frmSettings, ThePlayButtonRestartsTheMusicOnlyForAFileThatExists) {
-    GameFolder game;
+    const PictureFolder game = GameFolder();
     TempFolder music;
     music.Write("tune.mod", "x");
     music.Write("other.xm", "x");
@@ -315,7 +285,7 @@ TEST(frmSettings, ThePlayButtonRestartsTheMusicOnlyForAFileThatExists) {
 }
 
 TEST(frmSettings, IsDraggedByItsSurface) {
-    GameFolder game;
+    const PictureFolder game = GameFolder();
     Window w;
     frmSettings& f = *w.Form;
     const QPoint start = f.pos();

