@@ -20,6 +20,12 @@ struct Cell {
 
 std::ostream& operator<<(std::ostream& out, const Cell& c) { return out << "(" << c.x << "," << c.y << ")"; }
 
+// The cell the saw's picture stands on.
+Cell SawCell(TolvaBoard& board) {
+    const SurfaceRect b = board.Bounce().Bounds();
+    return {static_cast<int>(std::lround(b.Left / b.Width)), static_cast<int>(std::lround(b.Top / b.Height))};
+}
+
 // The saw draws one random number at the start of every step (three when it draws its
 // headings anew). This source hands out the numbers it is given (0 when it has none) and
 // writes down, at each draw, where the saw stands and what the board looks like then.
@@ -39,9 +45,7 @@ public:
     std::vector<Draw> Draws;
 
     double Next() override {
-        const SurfaceRect b = Board->Bounce().Bounds();
-        Draws.push_back({{static_cast<int>(std::lround(b.Left / b.Width)), static_cast<int>(std::lround(b.Top / b.Height))},
-                         Host->Loop.NowMs(), Board->Bounce().IsPlaying(), Board->BoardReady,
+        Draws.push_back({SawCell(*Board), Host->Loop.NowMs(), Board->Bounce().IsPlaying(), Board->BoardReady,
                          Host->Surface.Records().size()});
         if (Values.empty()) return 0;
         const double v = Values.front();
@@ -76,10 +80,6 @@ struct SawFixture {
         F.Host.Sound.ClearCalls();
         Watch.Draws.clear();
         F.Click(x, y);
-    }
-    Cell Place() {
-        const SurfaceRect b = F.Board.Bounce().Bounds();
-        return {static_cast<int>(std::lround(b.Left / b.Width)), static_cast<int>(std::lround(b.Top / b.Height))};
     }
 };
 
@@ -141,7 +141,7 @@ TEST(BouncingSaw, WalksDiagonallyAndTurnsAtWallsAndHolesKeepingItsHeadingForTheN
                                      {2, 3}, {1, 2}, {0, 1}, {0, 1}, {0, 2}, {0, 3}, {1, 4}, {2, 4},
                                      {2, 4}, {2, 4}, {2, 4}, {2, 4}, {2, 4}, {2, 4}};
     EXPECT_EQ(s.Watch.Places(), expected);
-    EXPECT_EQ(s.Place(), (Cell{2, 4}));
+    EXPECT_EQ(SawCell(s.F.Board), (Cell{2, 4}));
     // Boxed in at (2,4), it turned left and right each step, and it still heads down.
     EXPECT_FALSE(s.F.Board.BounceRight);
     EXPECT_TRUE(s.F.Board.BounceDown);

@@ -169,16 +169,12 @@ TEST(LevelStart, LevelPicturesChangeOnlyWhereTheFolderHasThem) {
 }
 
 TEST(LevelStart, RandomizeBricksDealsNineColoursEvenlyAndKeepsHolesAndSpells) {
-    const Rows rows = {"..........",
-                       "..........",
-                       ".....1111X",
-                       "0123456789",
-                       "abcdef0123",
-                       "4567890123",
-                       "4567890123",
-                       "4567890123",
-                       "4567890123",
-                       "4567890123"};
+    // Two empty rows, four 1s and the 10, every value once, the six spells, then colours.
+    Rows rows(10, "4567890123");
+    rows[0] = rows[1] = "..........";
+    rows[2] = ".....1111X";
+    rows[3] = "0123456789";
+    rows[4] = "abcdef0123";
     for (std::uint64_t seed = 1; seed <= 25; ++seed) {
         BoardFixture f;
         f.Host.Rng.Seed(seed);
