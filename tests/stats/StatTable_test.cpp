@@ -1,7 +1,6 @@
 #include "stats/StatTable.h"
 
 #include "CliRunner.h"
-#include "stats/StatLog.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -75,28 +74,6 @@ TEST(StatTable, DamagedValuesGiveZerosAndTheRestStillLoads) {
     StatTable empty;
     empty.OpenStatFile(dir / "missing.ini");
     for (int i = 0; i <= StatTable::TotalsRow; ++i) EXPECT_EQ(empty.Row(i), StatRecord{}) << i;
-}
-
-TEST(StatTable, ReadsWhatTheLogWrites) {
-    TempFolder dir;
-    const tolva::StatLog log(dir / "stat.ini");
-    tolva::LevelTally run;
-    run.LevelClicks = 17;
-    run.SpellClicks[2] = 3;
-    log.WriteStat(42, false, true, run);
-    run.LevelClicks = 12;
-    log.WriteStat(42, false, true, run);
-    log.WriteStat(42, true, true, run);
-
-    StatTable table;
-    table.OpenStatFile(dir / "stat.ini");
-    const StatRecord& row = table.Row(41);
-    EXPECT_EQ(row.MinClicks, 12);
-    EXPECT_EQ(row.MaxClicks, 17);
-    EXPECT_EQ(row.Spell[2].Low, 3);
-    EXPECT_EQ(row.Spell[2].High, 3);
-    EXPECT_EQ(row.GameOver, 1);
-    EXPECT_EQ(row.Played, 3);
 }
 
 TEST(StatTable, ScreenTotalsAddEveryLevelAndKeepOverflowingSumsAsTheyWere) {
