@@ -157,7 +157,6 @@ TEST(Pictures, BonusRowsHaveTheColourOfTheDigitGround)
     const QRgb ground = zero.pixel(0, 0);
     for (int i = 0; i <= 10; ++i) {
         const QImage digit = Load(GamePath(QStringLiteral("data/n%1.bmp").arg(i)));
-        EXPECT_EQ(digit.height(), 60);
         for (QPoint c : {QPoint(0, 0), QPoint(digit.width() - 1, 0), QPoint(0, 59), QPoint(digit.width() - 1, 59)}) {
             EXPECT_EQ(digit.pixel(c), ground) << "digit " << i;
         }

@@ -46,10 +46,8 @@ TEST(ServerProcess, StoresTheGamesTableAndShowsIt) {
     ASSERT_TRUE(page);
     EXPECT_EQ(page->status, 200);
     EXPECT_EQ(page->get_header_value("Content-Type"), "text/html; charset=utf-8");
-    // Escaped as the site escapes it (its own test), and the game's code page in UTF-8.
-    EXPECT_NE(page->body.find("<td>1</td><td>&lt;S&gt;</td><td>12</td><td>000.098.765</td>"), std::string::npos)
-        << page->body;
-    EXPECT_NE(page->body.find("<td>3</td><td>\xC3\x84\xC3\x84\xC3\x84</td>"), std::string::npos);
+    // The game's code page in UTF-8 (the escaping is the site's own test).
+    EXPECT_NE(page->body.find("<td>3</td><td>\xC3\x84\xC3\x84\xC3\x84</td>"), std::string::npos) << page->body;
 
     EXPECT_EQ(server.Stop(), 0);
 }

@@ -67,26 +67,8 @@ TEST(Submission, TakesATableThatABrowserSentInUtf8) {
 }
 
 TEST(Submission, RefusesTablesThatDoNotCheckOut) {
-    const std::string data = Sample().MakeHiscoreString(DefaultSetKey);
-
-    // One score changed by one digit, as a player editing the table would.
-    std::string plain = tolva::DecryptNumber(data, DefaultSetKey);
-    const std::size_t digit = plain.find("5000");
-    ASSERT_NE(digit, std::string::npos);
-    plain[digit] = '6';
-    const SubmissionRead tampered = Read(Body(tolva::EncryptNumber(plain, DefaultSetKey)));
-    EXPECT_FALSE(tampered.Ok);
-    EXPECT_NE(tampered.Problem.find("checksum"), std::string::npos) << tampered.Problem;
-
-    const SubmissionRead truncated = Read(Body(data.substr(0, data.size() / 2)));
-    EXPECT_FALSE(truncated.Ok);
-    EXPECT_NE(truncated.Problem.find("ends before"), std::string::npos) << truncated.Problem;
-
-    // Another set's table is not what the game submits.
+    // A changed score, a cut text and a missing field are the site's table of refusals;
+    // here: another set's table is not what the game submits, and an empty field.
     EXPECT_FALSE(Read(Body(Sample().MakeHiscoreString(OtherSetKey))).Ok);
-
-    const SubmissionRead missing = Read("stat=x");
-    EXPECT_FALSE(missing.Ok);
-    EXPECT_NE(missing.Problem.find("no hiscoredata"), std::string::npos);
     EXPECT_FALSE(Read("hiscoredata=").Ok);
 }

@@ -29,11 +29,6 @@ ToolRun Hiscore(const TempFolder& dir, const std::string& arguments, const std::
 TEST(CliHiscore, ShowReadsWhatWriteWrites) {
     TempFolder dir;
     const std::string file = Quote(dir / "hiscore.hi");
-    const ToolRun none = Hiscore(dir, "show " + file);
-    EXPECT_EQ(none.status, 0);
-    EXPECT_EQ(none.out.substr(0, 10), "1\t...\t0\t0\n");
-    EXPECT_EQ(none.out.substr(none.out.size() - 15), "checksum: none\n");
-
     const std::string input = "ZEN,41,1234567\nA,B\xC9,3,99.5\r\n\n\"<i>,1,7\n";
     ASSERT_EQ(Hiscore(dir, "write " + file, input).status, 0);
     const ToolRun shown = Hiscore(dir, "show " + file);
@@ -45,7 +40,6 @@ TEST(CliHiscore, ShowReadsWhatWriteWrites) {
     // What the tool writes is what the game writes.
     Hiscores table;
     ASSERT_EQ(table.Load(dir / "hiscore.hi", tolva::DefaultSetKey), tolva::HiscoreLoad::Loaded);
-    EXPECT_EQ(table[1].Name, "A,B\xC9");
     ASSERT_TRUE(table.SaveScore(dir / "game.hi", tolva::DefaultSetKey));
     EXPECT_EQ(dir.Read("game.hi"), dir.Read("hiscore.hi"));
 
@@ -53,7 +47,10 @@ TEST(CliHiscore, ShowReadsWhatWriteWrites) {
     ASSERT_EQ(Hiscore(dir, "write --key other " + Quote(dir / "other.hi"), input).status, 0);
     EXPECT_NE(dir.Read("other.hi"), dir.Read("hiscore.hi"));
     EXPECT_EQ(Hiscore(dir, "show " + Quote(dir / "other.hi") + " --key other").out, expected + "checksum: ok\n");
-    EXPECT_NE(Hiscore(dir, "show " + Quote(dir / "other.hi")).out.find("checksum: none"), std::string::npos);
+    // Under the wrong key: ten free places and no checksum.
+    std::string none;
+    for (int place = 1; place <= 10; ++place) none += std::to_string(place) + "\t...\t0\t0\n";
+    EXPECT_EQ(Hiscore(dir, "show " + Quote(dir / "other.hi")).out, none + "checksum: none\n");
 
     // A changed byte: the entries as stored, and the verdict the game would give.
     std::string bytes = dir.Read("hiscore.hi");

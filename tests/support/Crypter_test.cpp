@@ -52,14 +52,11 @@ TEST(Crypter, ComputedRotationAgreesWithTheSteppedLoopForEveryCode) {
     }
 }
 
-TEST(Crypter, RoundTripsEveryPrintableCodeAndKeepsItsEdges) {
-    // The stepped loop fixes every code under every key; what is left is that
-    // deciphering undoes enciphering and the edges of the text and of the key range.
-    const std::string printable = AllCodes(32, 255);
-    for (int k : {1, 223, 32766, static_cast<int>(DefaultSetKey), static_cast<int>(OtherSetKey)})
-        EXPECT_EQ(DecryptNumber(EncryptNumber(printable, k), k), printable) << "key " << k;
+TEST(Crypter, KeepsTheEdgesOfTheTextAndOfTheKeyRange) {
+    // The stepped loop fixes every code under every key, both ways; what is left is
+    // the empty text and the lowest key.
     EXPECT_EQ(EncryptNumber("", 50), "");
-    EXPECT_EQ(DecryptNumber(printable, -32768), printable);
+    EXPECT_EQ(DecryptNumber(AllCodes(32, 255), -32768), AllCodes(32, 255));
 }
 
 TEST(Crypter, KeysAbove32766RaiseError10) {
