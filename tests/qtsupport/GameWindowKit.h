@@ -58,12 +58,16 @@ struct TestGame {
     GameApp App;
 };
 
+// The middle of board cell (x, y) on the board's view.
+inline QPoint CellPoint(GameApp& app, int x, int y) {
+    const BoardWidget& view = app.Window().BoardView();
+    const int side = app.Board().xBricks();
+    return {static_cast<int>((x + 0.5) * view.width() / side), static_cast<int>((y + 0.5) * view.height() / side)};
+}
+
 // A click on board cell (x, y), where the window system puts it: on the board's view.
 inline void ClickCell(GameApp& app, int x, int y, Qt::MouseButton button = Qt::LeftButton) {
-    BoardWidget& view = app.Window().BoardView();
-    const int side = app.Board().xBricks();
-    const QPoint at(static_cast<int>((x + 0.5) * view.width() / side), static_cast<int>((y + 0.5) * view.height() / side));
-    QTest::mouseClick(&view, button, {}, at);
+    QTest::mouseClick(&app.Window().BoardView(), button, {}, CellPoint(app, x, y));
 }
 
 // Hands the modal window to `answer` as soon as one waits (the caller then opens it).

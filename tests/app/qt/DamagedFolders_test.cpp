@@ -20,6 +20,7 @@
 #include <cstring>
 #include <fstream>
 #include <map>
+#include <random>
 
 using namespace tolva;
 using namespace tolva::testing;
@@ -36,7 +37,7 @@ enum class Damage {
     DropLastLine,  // the last line is gone
     Binary,        // 4 KiB of noise
     Huge,          // a sparse file of `arg` MiB and one byte: over any bound
-    Fifo,          // a named pipe without a writer
+    Fifo,          // a named pipe without a writer (from here to LinkToZero: in the file's place)
     Folder,        // a folder of that name
     LinkLoop,      // a symbolic link to itself
     LinkToZero,    // a symbolic link to /dev/zero
@@ -167,14 +168,9 @@ void MakeGameFolder(const TempFolder& dir) {
 }
 
 std::string Noise(std::size_t size) {
+    std::mt19937 random(2463534242u);
     std::string bytes(size, '\0');
-    std::uint32_t x = 2463534242u;
-    for (char& c : bytes) {
-        x ^= x << 13;
-        x ^= x >> 17;
-        x ^= x << 5;
-        c = static_cast<char>(x);
-    }
+    for (char& c : bytes) c = static_cast<char>(random());
     return bytes;
 }
 
@@ -190,6 +186,8 @@ void Apply(const TempFolder& dir, const Row& row) {
     fs::create_directories(fs::path(path).parent_path());
     std::string old;
     if (fs::is_regular_file(path)) old = dir.Read(row.file);
+    // A pipe, a folder or a link takes the file's place.
+    if (row.damage >= Damage::Fifo && row.damage <= Damage::LinkToZero) fs::remove(path, ignored);
     switch (row.damage) {
     case Damage::Remove: fs::remove(path); break;
     case Damage::Empty: replaceWith(""); break;
@@ -204,22 +202,10 @@ void Apply(const TempFolder& dir, const Row& row) {
         replaceWith("");
         ASSERT_EQ(::truncate(path.c_str(), static_cast<off_t>(std::stoul(arg)) * 1024 * 1024 + 1), 0);
         break;
-    case Damage::Fifo:
-        fs::remove(path, ignored);
-        ASSERT_EQ(::mkfifo(path.c_str(), 0644), 0);
-        break;
-    case Damage::Folder:
-        fs::remove(path, ignored);
-        fs::create_directories(path);
-        break;
-    case Damage::LinkLoop:
-        fs::remove(path, ignored);
-        fs::create_symlink(path, path);
-        break;
-    case Damage::LinkToZero:
-        fs::remove(path, ignored);
-        fs::create_symlink("/dev/zero", path);
-        break;
+    case Damage::Fifo: ASSERT_EQ(::mkfifo(path.c_str(), 0644), 0); break;
+    case Damage::Folder: fs::create_directories(path); break;
+    case Damage::LinkLoop: fs::create_symlink(path, path); break;
+    case Damage::LinkToZero: fs::create_symlink("/dev/zero", path); break;
     case Damage::ReadOnly: ASSERT_EQ(::chmod(path.c_str(), 0444), 0); break;
     case Damage::Unreadable: ASSERT_EQ(::chmod(path.c_str(), 0), 0); break;
     case Damage::Replace: replaceWith(arg); break;

@@ -160,30 +160,18 @@ constexpr double Silent = 30;    // what the null sink gives when nothing plays 
 constexpr double Sounding = 300;
 
 // A ProTracker module of one pattern that ends by a pattern break on its fourth row: at
-// the default speed it lasts 4 x 6 ticks of 20 ms.
+// the default speed it lasts 4 x 6 ticks of 20 ms. Sample 1 is 1,000 words of a square
+// wave at full volume; the other thirty are empty.
 std::string ShortModule() {
-    std::string m(20, '\0');
-    m.replace(0, 5, "short");
-    for (int i = 0; i < 31; ++i) {
-        std::string header(30, '\0');
-        const int words = i == 0 ? 1000 : 0;
-        header[22] = static_cast<char>(words >> 8);
-        header[23] = static_cast<char>(words & 0xFF);
-        header[25] = i == 0 ? 64 : 0;
-        header[29] = 1;   // loop length of one word: no loop
-        m += header;
-    }
-    m += static_cast<char>(1);
-    m += static_cast<char>(127);
-    m += std::string(128, '\0');
-    m += "M.K.";
+    std::string sample(30, '\0'), empty(30, '\0');
+    empty[29] = 1;   // a loop of one word: no loop
+    sample = empty, sample[22] = 1000 >> 8, sample[23] = static_cast<char>(1000 & 0xFF), sample[25] = 64;
     std::string pattern(64 * 4 * 4, '\0');
-    const int period = 428;
-    pattern[0] = static_cast<char>(period >> 8);
-    pattern[1] = static_cast<char>(period & 0xFF);
-    pattern[2] = 0x10;                                    // sample 1
-    pattern[3 * 16 + 2] = 0x0D;                           // row 3: pattern break
-    m += pattern;
+    pattern[0] = 428 >> 8, pattern[1] = static_cast<char>(428 & 0xFF), pattern[2] = 0x10;   // period 428, sample 1
+    pattern[3 * 16 + 2] = 0x0D;                                                             // row 3: pattern break
+    std::string m = "short" + std::string(15, '\0') + sample;
+    for (int i = 1; i < 31; ++i) m += empty;
+    m += std::string{'\1', '\177'} + std::string(128, '\0') + "M.K." + pattern;
     for (int i = 0; i < 2000; ++i) m += static_cast<char>((i / 16) % 2 ? 60 : -60);
     return m;
 }

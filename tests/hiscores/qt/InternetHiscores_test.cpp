@@ -23,6 +23,7 @@
 #include <QUrl>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <map>
@@ -100,28 +101,16 @@ private:
     QTcpServer server_;
 };
 
-// application/x-www-form-urlencoded, decoded to the bytes that were sent.
-std::map<std::string, std::string> DecodeForm(const std::string& body) {
+// application/x-www-form-urlencoded, decoded to the bytes that were sent (a plus is a
+// blank; a plus of the data comes as %2B, so it is turned before the percent signs).
+std::map<std::string, std::string> DecodeForm(std::string body) {
+    std::replace(body.begin(), body.end(), '+', ' ');
     std::map<std::string, std::string> fields;
-    const auto decode = [](const std::string& text) {
-        std::string out;
-        for (std::size_t i = 0; i < text.size(); ++i) {
-            if (text[i] == '+') out += ' ';
-            else if (text[i] == '%' && i + 2 < text.size()) {
-                out += static_cast<char>(std::stoi(text.substr(i + 1, 2), nullptr, 16));
-                i += 2;
-            } else out += text[i];
-        }
-        return out;
-    };
-    std::size_t from = 0;
-    while (from <= body.size()) {
-        const std::size_t amp = body.find('&', from);
-        const std::string pair = body.substr(from, amp == std::string::npos ? std::string::npos : amp - from);
-        const std::size_t eq = pair.find('=');
-        if (!pair.empty()) fields[decode(pair.substr(0, eq))] = eq == std::string::npos ? "" : decode(pair.substr(eq + 1));
-        if (amp == std::string::npos) break;
-        from = amp + 1;
+    for (const QByteArray& pair : QByteArray::fromStdString(body).split('&')) {
+        const qsizetype eq = pair.contains('=') ? pair.indexOf('=') : pair.size();
+        if (!pair.isEmpty())
+            fields[QByteArray::fromPercentEncoding(pair.left(eq)).toStdString()] =
+                QByteArray::fromPercentEncoding(pair.mid(eq + 1)).toStdString();
     }
     return fields;
 }

@@ -42,6 +42,13 @@ Ebutton* OptionsButton(frmMain& window) {
     return below;
 }
 
+// The entry of `menu` with `caption`, or null.
+QAction* Entry(const QMenu& menu, const QString& caption) {
+    for (QAction* entry : menu.actions())
+        if (entry->text() == caption) return entry;
+    return nullptr;
+}
+
 QString LabelText(frmMain& window, const QString& text) {
     for (QLabel* label : window.findChildren<QLabel*>())
         if (label->text().startsWith(text)) return label->text();
@@ -103,7 +110,6 @@ TEST(frmMain, AGamePlayedWithTheMouseClearsALevelAndEnds) {
     auto& [folder, loop, dialogs, app] = t;
     frmMain& window = app.Window();
     ASSERT_TRUE(app.Start(1));
-    window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
 
     app.Session().NewGameMnu_Click();
@@ -154,7 +160,6 @@ TEST(frmMain, ASpellIsArmedFromItsButtonAndFiredOnTheBoard) {
     auto& [folder, loop, dialogs, app] = t;
     frmMain& window = app.Window();
     ASSERT_TRUE(app.Start(1));
-    window.show();
     app.Session().NewGameMnu_Click();
     app.Session().NewSpell(SpellGun);
 
@@ -176,7 +181,6 @@ TEST(frmMain, KeysStartAGameAndTheKeyWordTogglesCheatMode) {
     auto& [folder, loop, dialogs, app] = t;
     frmMain& window = app.Window();
     ASSERT_TRUE(app.Start(1));
-    window.show();
     QLabel* cheatLabel = nullptr;
     for (QLabel* label : window.findChildren<QLabel*>())
         if (label->text() == "CHEAT MODE ON") cheatLabel = label;
@@ -249,10 +253,9 @@ TEST(frmMain, TheJumpListIsMadeWhenOpenedAndFollowsTheSet) {
     // The menus are not the window's children, so that nothing measures them before
     // they open; the window still owns them.
     EXPECT_TRUE(window.findChildren<QMenu*>().isEmpty());
-    QMenu* jump = nullptr;
-    for (QAction* action : window.CheatMenuHead().actions())
-        if (action->menu() != nullptr && action->text() == "Jump to level") jump = action->menu();
-    ASSERT_NE(jump, nullptr);
+    QAction* jumpEntry = Entry(window.CheatMenuHead(), "Jump to level");
+    ASSERT_TRUE(jumpEntry != nullptr && jumpEntry->menu() != nullptr);
+    QMenu* jump = jumpEntry->menu();
     EXPECT_TRUE(jump->actions().isEmpty());
 
     emit jump->aboutToShow();
@@ -280,19 +283,15 @@ TEST(frmMain, ThePointerOutlinesItsGroupAndTheKeysPlayTheBoard) {
     auto& [folder, loop, dialogs, app] = t;
     frmMain& window = app.Window();
     ASSERT_TRUE(app.Start(1));
-    window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
     app.Session().NewGameMnu_Click();
     BoardWidget& view = window.BoardView();
     const int side = app.Board().xBricks();
-    auto cellAt = [&](int x, int y) {
-        return QPoint(static_cast<int>((x + 0.5) * view.width() / side), static_cast<int>((y + 0.5) * view.height() / side));
-    };
     // Only the cells of the group differ from the board's own picture: the outline lies
     // over them, and nothing else is touched. (1, 7) of level 1 is a group of six 1s.
     // The pointer moves as the window system moves it: a move event to the board.
-    QMouseEvent move(QEvent::MouseMove, cellAt(1, 7), view.mapToGlobal(cellAt(1, 7)), Qt::NoButton, Qt::NoButton,
-                     Qt::NoModifier);
+    QMouseEvent move(QEvent::MouseMove, CellPoint(app, 1, 7), view.mapToGlobal(CellPoint(app, 1, 7)), Qt::NoButton,
+                     Qt::NoButton, Qt::NoModifier);
     QApplication::sendEvent(&view, &move);
     EXPECT_EQ(LabelText(window, "6 BRICKS"), "6 BRICKS = 36");
     const QImage board = view.BackBuffer().copy();
@@ -309,9 +308,7 @@ TEST(frmMain, ThePointerOutlinesItsGroupAndTheKeysPlayTheBoard) {
     EXPECT_GT(changedInGroup, 0);
 
     // Switched off from the Options menu, the board shows exactly its own picture again.
-    QAction* showGroup = nullptr;
-    for (QAction* entry : window.OptionsMenu().actions())
-        if (entry->text() == "Show group under pointer") showGroup = entry;
+    QAction* showGroup = Entry(window.OptionsMenu(), "Show group under pointer");
     ASSERT_NE(showGroup, nullptr);
     EXPECT_TRUE(showGroup->isChecked());
     showGroup->trigger();
@@ -339,21 +336,12 @@ TEST(frmMain, CtrlZAndBackspaceTakeMovesBackAndTheGameMenuFollows) {
     frmMain& window = app.Window();
     ASSERT_TRUE(app.Start(1));
     EXPECT_TRUE(dialogs.ShownBoxes().empty());
-    window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-    auto entry = [&](const QString& caption) -> QAction* {
-        for (QAction* a : window.GameMenu().actions())
-            if (a->text() == caption) return a;
-        return nullptr;
-    };
-    QAction* undo = entry("Undo");
-    QAction* resume = entry("Resume saved game");
-    QAction* endGame = entry("End game");
-    QAction* levelCode = entry("Enter level-code...");
-    ASSERT_NE(undo, nullptr);
-    ASSERT_NE(resume, nullptr);
-    ASSERT_NE(endGame, nullptr);
-    ASSERT_NE(levelCode, nullptr);
+    QAction* undo = Entry(window.GameMenu(), "Undo");
+    QAction* resume = Entry(window.GameMenu(), "Resume saved game");
+    QAction* endGame = Entry(window.GameMenu(), "End game");
+    QAction* levelCode = Entry(window.GameMenu(), "Enter level-code...");
+    for (QAction* entry : {undo, resume, endGame, levelCode}) ASSERT_NE(entry, nullptr);
     // Without a game there is nothing to end; a level code needs the default set only.
     window.Game_Click();
     EXPECT_FALSE(endGame->isEnabled());
