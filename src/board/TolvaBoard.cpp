@@ -49,10 +49,10 @@ void TolvaBoard::CreateEffectParts() {
 
     // The bonus screen covers the board while it shows; its three lines stand at fixed
     // heights on it, and each is centred on it whenever it gets a number.
-    bonusPic_ = std::make_unique<PicturePanel>(store.CreateHolder("BonusPic"), nullptr);
-    levBonus_ = std::make_unique<PicturePanel>(store.CreateHolder("LevBonus"), bonusPic_.get());
-    picTimes_ = std::make_unique<PicturePanel>(store.CreateHolder("picTimes"), bonusPic_.get());
-    picBonus_ = std::make_unique<PicturePanel>(store.CreateHolder("picBonus"), bonusPic_.get());
+    bonusPic_ = std::make_unique<PicturePanel>(store.CreateHolder("BonusPic"));
+    levBonus_ = std::make_unique<PicturePanel>(store.CreateHolder("LevBonus"));
+    picTimes_ = std::make_unique<PicturePanel>(store.CreateHolder("picTimes"));
+    picBonus_ = std::make_unique<PicturePanel>(store.CreateHolder("picBonus"));
     levBonus_->SetBounds({0, 133, 0, 60});
     picTimes_->SetBounds({0, 281, 0, 60});
     picBonus_->SetBounds({0, 411, 0, 60});

@@ -2,8 +2,7 @@
 
 namespace tolva {
 
-PicturePanel::PicturePanel(std::unique_ptr<PictureHolder> holder, const PicturePanel* container)
-    : holder_(std::move(holder)), container_(container) {}
+PicturePanel::PicturePanel(std::unique_ptr<PictureHolder> holder) : holder_(std::move(holder)) {}
 
 void PicturePanel::SetBounds(const SurfaceRect& bounds) {
     bounds_ = bounds;

@@ -30,9 +30,7 @@ public:
         double Top = 0;
     };
 
-    // `container` is the panel this one stands on, or nullptr for one that stands on the
-    // board's surface.
-    PicturePanel(std::unique_ptr<PictureHolder> holder, const PicturePanel* container);
+    explicit PicturePanel(std::unique_ptr<PictureHolder> holder);
 
     PictureHolder& Holder() { return *holder_; }
     const PictureHolder& Holder() const { return *holder_; }
@@ -58,7 +56,6 @@ private:
     void Changed();
 
     std::unique_ptr<PictureHolder> holder_;
-    const PicturePanel* container_;
     SurfaceRect bounds_;
     std::vector<Piece> pieces_;
 };
