@@ -111,6 +111,8 @@ TEST(CliLevels, BadArgumentsGiveTwoAndAFolderWithoutASetOne) {
     for (const auto& [arguments, status] : cases) {
         const CliRun r = Cli("levels " + arguments);
         EXPECT_EQ(r.status, status) << arguments;
-        if (status == 2) EXPECT_TRUE(r.out.empty()) << arguments << ": " << r.out;
+        if (status == 2) {
+            EXPECT_TRUE(r.out.empty()) << arguments << ": " << r.out;
+        }
     }
 }

@@ -244,7 +244,9 @@ TEST(LevelSetReader, RowsReadAsTheirFieldsReadOneByOne) {
             for (std::size_t f = 0; f < split.size(); ++f) {
                 const double value = Val(split[f]);
                 sum += value * (y + static_cast<double>(f));
-                if (f < 40) EXPECT_EQ(l.Level(1).BrickGrid(static_cast<int>(f), y), CInt(value)) << "field " << f;
+                if (f < 40) {
+                    EXPECT_EQ(l.Level(1).BrickGrid(static_cast<int>(f), y), CInt(value)) << "field " << f;
+                }
             }
         }
         EXPECT_EQ(l.load.LevelChecksum, sum);
