@@ -9,7 +9,7 @@ using namespace tolva::testing;
 
 namespace {
 
-constexpr std::int16_t F1 = 112, F2 = 113, F4 = 115, F5 = 116, F12 = 123, KeyH = 72;
+constexpr std::int16_t F1 = 112, F4 = 115, F5 = 116, KeyH = 72;
 
 bool Played(const SessionFixture& f, const std::string& wave) {
     for (const auto& call : f.Host.Sound.Calls())

@@ -59,8 +59,10 @@ TEST(frmAbout, CreditsHaveTheirFormFromNameAndVersionToTheEnd) {
     EXPECT_EQ(lines.back(), " E N D");
     EXPECT_EQ(CreditsText(), CreditsText(VersionMajor, VersionMinor, VersionRevision));
     // Any mail address the credits give is one of our own.
-    for (const std::string& line : lines)
-        if (line.find('@') != std::string::npos) EXPECT_EQ(line.substr(line.size() - 12), "@example.org") << line;
+    for (const std::string& line : lines) {
+        if (line.find('@') == std::string::npos) continue;
+        EXPECT_EQ(line.substr(line.size() - 12), "@example.org") << line;
+    }
 }
 
 TEST(frmAbout, StandsOverTheBoardRollsTheCreditsPausesOpensTheAddressAndCloses) {
