@@ -67,6 +67,14 @@ std::string MenuTree(const QMenu& menu, const std::string& indent = "") {
     return text;
 }
 
+// Starts the window and a new game from the Game menu, as a player would: false if either
+// does not come.
+bool StartNewGame(GameApp& app) {
+    if (!app.Start(1) || !QTest::qWaitForWindowExposed(&app.Window())) return false;
+    app.Session().NewGameMnu_Click();
+    return app.Session().GameRunning;
+}
+
 } // namespace
 
 // A missing default set and a missing chosen set are rows of the damaged-folder matrix.
@@ -109,11 +117,7 @@ TEST(frmMain, AGamePlayedWithTheMouseClearsALevelAndEnds) {
     TestGame t("[main]\r\nanidraw=0\r\nplaysounds=0\r\nplayanimations=0\r\n");
     auto& [folder, loop, dialogs, app] = t;
     frmMain& window = app.Window();
-    ASSERT_TRUE(app.Start(1));
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-
-    app.Session().NewGameMnu_Click();
-    ASSERT_TRUE(app.Session().GameRunning);
+    ASSERT_TRUE(StartNewGame(app));
     EXPECT_EQ(app.Board().CurLevel(), 1);
     const auto solution = StoredSolution(1);
     ASSERT_FALSE(solution.empty());
@@ -145,8 +149,7 @@ TEST(frmMain, QuittingARunningGameAsksAndCancelKeepsItAndTheFiles) {
     TestGame t("[main]\r\nanidraw=0\r\nplaysounds=0\r\n");
     auto& [folder, loop, dialogs, app] = t;
     frmMain& window = app.Window();
-    ASSERT_TRUE(app.Start(1));
-    app.Session().NewGameMnu_Click();
+    ASSERT_TRUE(StartNewGame(app));
     const std::string before = folder.Dir.Read("tolva2.ini");
     dialogs.QueueMessageAnswer(MessageResult::Cancel);
     EXPECT_FALSE(window.close());
@@ -159,8 +162,7 @@ TEST(frmMain, ASpellIsArmedFromItsButtonAndFiredOnTheBoard) {
     TestGame t("[main]\r\nanidraw=0\r\nplaysounds=0\r\nplayanimations=0\r\n");
     auto& [folder, loop, dialogs, app] = t;
     frmMain& window = app.Window();
-    ASSERT_TRUE(app.Start(1));
-    app.Session().NewGameMnu_Click();
+    ASSERT_TRUE(StartNewGame(app));
     app.Session().NewSpell(SpellGun);
 
     // The third spell button, the gun, in the panel.
@@ -208,9 +210,7 @@ TEST(frmMain, TheRightButtonOnTheBoardIsTheBoardsAndOnTheSurfaceOpensGame) {
     TestGame t("[main]\r\nanidraw=0\r\nplaysounds=0\r\nplayanimations=0\r\n");
     auto& [folder, loop, dialogs, app] = t;
     frmMain& window = app.Window();
-    ASSERT_TRUE(app.Start(1));
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-    app.Session().NewGameMnu_Click();
+    ASSERT_TRUE(StartNewGame(app));
     TolvaBoard& board = app.Board();
     const int bottom = board.xBricks() - 1;
 
@@ -282,9 +282,7 @@ TEST(frmMain, ThePointerOutlinesItsGroupAndTheKeysPlayTheBoard) {
     TestGame t("[main]\r\nanidraw=0\r\nplaysounds=0\r\nplayanimations=0\r\n");
     auto& [folder, loop, dialogs, app] = t;
     frmMain& window = app.Window();
-    ASSERT_TRUE(app.Start(1));
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-    app.Session().NewGameMnu_Click();
+    ASSERT_TRUE(StartNewGame(app));
     BoardWidget& view = window.BoardView();
     const int side = app.Board().xBricks();
     // Only the cells of the group differ from the board's own picture: the outline lies
