@@ -438,7 +438,7 @@ TEST(frmMain, TheHuntDelayReachesTheBoardOnlyWhenTheSettingsClose) {
     ASSERT_EQ(app.Board().HuntDelay, 0);
     std::int32_t huntWhileOpen = -1;
     std::int32_t updateWhileOpen = -1;
-    QTimer::singleShot(0, [&] {
+    QTimer::singleShot(0, [&, &app = app] {
         auto* settings = qobject_cast<frmSettings*>(QApplication::activeModalWidget());
         ASSERT_NE(settings, nullptr);
         // The hunt delay first, then a control that acts at once.
