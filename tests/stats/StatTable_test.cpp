@@ -34,13 +34,8 @@ TEST(StatTable, ReadsEveryKeyWhateverItsCaseAndOrder) {
               "minclicks=12\r\nGAMEOVER=2\r\nSPELL5_MIN=7\r\nSPELL5_max=9\r\n"
               "[level100]\nplayed=1\nSPELL0_min=2.5\nSPELL0_max=3.5\nmaxclicks= 17 \n"
               "[LEVEL101]\nPLAYED=9\n");
-    StatTable table;
-    std::vector<int> progress;
-    table.OpenStatFile(dir / "stat.ini", [&](int level) { progress.push_back(level); });
-
-    ASSERT_EQ(progress.size(), 100u);
-    EXPECT_EQ(progress.front(), 1);
-    EXPECT_EQ(progress.back(), 100);
+    StatTable table;   // the progress it reports is the loading window's test
+    table.OpenStatFile(dir / "stat.ini");
 
     // Every field at once, in column order: CLL, CLH, S0L, S0H ... S5H, Game Over, Played.
     const std::array<std::int16_t, 16> columns = {12, 30, 0, 0, 0, 0, 1, 5, 0, 0, 0, 0, 7, 9, 2, 4};
