@@ -127,10 +127,7 @@ TEST_F(StatisticsPrintout, OnlyPlayedLevelsArePrintedWithTheirTotals) {
 
     const auto pages = PageTexts(pdf);
     ASSERT_EQ(pages.size(), 1u);
-    const std::string& page = pages[0];
-    EXPECT_NE(page.find("TOLVA II STATISTICS - " + Date), std::string::npos) << page;
-    EXPECT_NE(page.find("Page 1"), std::string::npos);
-    EXPECT_EQ(page.find("777"), std::string::npos);
+    EXPECT_EQ(pages[0].find("777"), std::string::npos);   // title, date and page: the page-break test's
 
     // Lines: level 3, level 7, then the totals of the two (count 2, clicks 26 and 50).
     const auto words = Words(pdf);
