@@ -99,10 +99,10 @@ TEST(LevelSetInit, DamagedDefaultSetStopsBeforeTheBoardIsTouched) {
     EXPECT_EQ(std::count(g.hooks.calls.begin(), g.hooks.calls.end(), "hiscores " + std::to_string(OtherSetKey)), 1);
 }
 
-TEST(LevelSetInit, FolderWithoutSetEndsWithNoLevelAndLoadsClearTheTable) {
+TEST(LevelSetInit, ALoadLeavesNothingOfTheSetBefore) {
     Game g;
-    g.WriteSet("big", TinyPairSet());
-    g.Load("big");
+    g.WriteSet("Big", TinyPairSet());   // folder names match without regard to case
+    EXPECT_TRUE(g.Load("big").FileFound);
     ASSERT_EQ(g.module->Levels[1].LevelName, "Two");
 
     // A shorter set after a longer one leaves nothing of the longer one behind.
@@ -112,51 +112,32 @@ TEST(LevelSetInit, FolderWithoutSetEndsWithNoLevelAndLoadsClearTheTable) {
     EXPECT_EQ(g.module->Levels[0].BrickGrid(2, 0), CellEmpty);
     EXPECT_TRUE(g.module->Levels[1].LevelName.empty());
     EXPECT_EQ(g.module->Levels[1].BrickGrid(0, 0), CellEmpty);
+}
 
-    // An empty folder: no level at all, and a default one fails its test.
+TEST(LevelSetInit, NoFileAPipeAFolderOrAnEndlessFileIsNoSetAndTheLoadEnds) {
+    Game g;
+    // Nothing, a pipe, a folder or a link to an endless file where levels.set should be:
+    // the load ends at once with no level and no menu entry; an enormous default set
+    // fails its test, as a damaged one does.
     std::filesystem::create_directories(g.folder / "levels/empty");
-    g.hooks.calls.clear();
-    LevelSetLoad load = g.Load("empty");
-    EXPECT_FALSE(load.FileFound);
-    EXPECT_EQ(load.LevelHeads, 0);
-    EXPECT_TRUE(g.module->Levels[0].LevelName.empty());
-    EXPECT_EQ(load.Integrity, LevelSetIntegrity::NotChecked);
-    EXPECT_EQ(std::count_if(g.hooks.calls.begin(), g.hooks.calls.end(),
-                            [](const std::string& c) { return c.rfind("menu ", 0) == 0; }),
-              0);
-
-    std::filesystem::create_directories(g.folder / "levels/default");
-    load = g.Load("default");
-    EXPECT_FALSE(load.FileFound);
-    EXPECT_EQ(load.Integrity, LevelSetIntegrity::Failed);
-    EXPECT_EQ(g.hooks.calls.back(), "corrupted");
-}
-
-TEST(LevelSetInit, FolderNamesMatchWithoutRegardToCase) {
-    Game g;
-    g.WriteSet("Mixed", TinyPairSet());
-    const LevelSetLoad load = g.Load("mixed");
-    EXPECT_TRUE(load.FileFound);
-    EXPECT_EQ(load.LevelHeads, 2);
-}
-
-TEST(LevelSetInit, APipeAFolderOrAnEndlessFileIsNoSetAndTheLoadEnds) {
-    Game g;
-    // Each stands where levels.set should be: the load ends at once with no level, and a
-    // default set among them fails its test, as a damaged one does.
     std::filesystem::create_directories(g.folder / "levels/pipe");
     ASSERT_EQ(::mkfifo((g.folder / "levels/pipe/levels.set").c_str(), 0644), 0);
     std::filesystem::create_directories(g.folder / "levels/folder/levels.set");
     std::filesystem::create_directories(g.folder / "levels/zero");
     std::filesystem::create_symlink("/dev/zero", g.folder / "levels/zero/levels.set");
-    for (const char* set : {"pipe", "folder", "zero"}) {
+    for (const char* set : {"empty", "pipe", "folder", "zero"}) {
         g.WriteSet("big", TinyPairSet());
         g.Load("big");
+        g.hooks.calls.clear();
         const LevelSetLoad load = g.Load(set);
         EXPECT_FALSE(load.FileFound) << set;
         EXPECT_FALSE(load.TooLarge) << set;
         EXPECT_EQ(load.LevelHeads, 0) << set;
+        EXPECT_EQ(load.Integrity, LevelSetIntegrity::NotChecked) << set;
         EXPECT_TRUE(g.module->Levels[0].LevelName.empty()) << set;
+        EXPECT_EQ(std::count_if(g.hooks.calls.begin(), g.hooks.calls.end(),
+                                [](const std::string& c) { return c.rfind("menu ", 0) == 0; }),
+                  0) << set;
         EXPECT_EQ(g.hooks.calls.back(), "root " + AppPath() + "levels\\" + set + "\\") << set;
     }
 

@@ -1,6 +1,7 @@
 // The level sets shipped with the game: the default set loads and passes its own test,
 // is laid out the way players meet it, and every level of both sets is cleared on the
 // game's engine by its stored solution. `levels solve` output replays the same way.
+#include "CliRunner.h"
 #include "EngineReplay.h"
 #include "LevelSetTestFiles.h"
 #include "SolutionText.h"
@@ -13,7 +14,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -99,15 +99,10 @@ TEST(ShippedLevelSets, EveryDefaultLevelIsClearedByItsStoredSolution) {
     ReplayStoredSolutions("default", "default-solutions.txt", 100);
 }
 
-TEST(ShippedLevelSets, EveryMiniatureIsClearedByItsStoredSolution) {
+TEST(ShippedLevelSets, EveryMiniatureBorrowsAWorldOfTheDefaultSetAndIsClearedByItsStoredSolution) {
     ShippedSet set("miniatures");
     EXPECT_EQ(set.load.Integrity, LevelSetIntegrity::NotChecked);
     EXPECT_EQ(set.load.SetName, "Miniatures");
-    ReplayStoredSolutions("miniatures", "miniatures-solutions.txt", 20);
-}
-
-TEST(ShippedLevelSets, EveryMiniatureBorrowsAWorldOfTheDefaultSet) {
-    ShippedSet set("miniatures");
     ShippedSet standard("default");
     std::set<std::string> worlds;
     for (int n = 1; n <= 100; ++n) worlds.insert("..\\default\\" + standard.Level(n).levelgfxfolder);
@@ -117,6 +112,7 @@ TEST(ShippedLevelSets, EveryMiniatureBorrowsAWorldOfTheDefaultSet) {
         used.insert(set.Level(n).levelgfxfolder);
     }
     EXPECT_EQ(used.size(), 10u);
+    ReplayStoredSolutions("miniatures", "miniatures-solutions.txt", 20);
 }
 
 TEST(ShippedLevelSets, SolverOutputReplaysOnTheEngine) {
@@ -125,14 +121,9 @@ TEST(ShippedLevelSets, SolverOutputReplaysOnTheEngine) {
     std::filesystem::create_directories(f / "first");
     const std::string all = ReadSource("game/levels/default/levels.set");
     f.Write("first/levels.set", all.substr(0, all.find("[level4]")));
-    const std::string command = std::string(TOLVA_CLI) + " levels solve '" + (f / "first") + "' --budget 20";
-    FILE* pipe = ::popen(command.c_str(), "r");
-    ASSERT_NE(pipe, nullptr);
-    std::string out;
-    char buffer[4096];
-    std::size_t n;
-    while ((n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) out.append(buffer, n);
-    EXPECT_EQ(::pclose(pipe), 0);
+    const CliRun run = Cli("levels solve " + Quote(f / "first") + " --budget 20");
+    EXPECT_EQ(run.status, 0);
+    const std::string& out = run.out;
 
     ShippedSet set("default");
     const auto solutions = ParseSolutions(out);

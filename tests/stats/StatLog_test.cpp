@@ -60,16 +60,6 @@ TEST(StatLog, FinishedRunsKeepTheBestAndWorstAndCountPlays) {
     EXPECT_EQ(Keys(log, 7, {"MINCLICKS", "MAXCLICKS", "PLAYED"}), "15 15 4");
 }
 
-TEST(StatLog, LostRunsCountOnlyGameOverAndPlays) {
-    TempFolder dir;
-    const StatLog log(dir / "stat.ini");
-    LevelTally run = Tally(30, {1, 0, 0, 0, 0, 0});
-    log.WriteStat(3, true, true, run);
-    EXPECT_EQ(Keys(log, 3, {"GAMEOVER", "PLAYED", "MINCLICKS", "SPELL0_min"}), "1 1 - -");
-    EXPECT_EQ(run.LevelClicks, 0);
-    EXPECT_EQ(run.SpellClicks[0], 0);
-}
-
 TEST(StatLog, OtherSetsLogNothingAndDamagedValuesStopTheLog) {
     TempFolder dir;
     const StatLog log(dir / "stat.ini");
@@ -102,15 +92,17 @@ TEST(StatLog, TheFirstAndLastSpellAndTheCapOfTheCounters) {
     EXPECT_EQ(Keys(log, 3, {"SPELL0_min", "SPELL0_max", "SPELL5_min", "SPELL5_max"}), "2 2 3 3");
 
     // GAMEOVER stops at 32767: the log ends there, PLAYED is not counted and the
-    // counters of the level are left as they are.
+    // counters of the level are left as they are. Below it a lost run counts only
+    // GAMEOVER and PLAYED, writes no clicks, and clears its counters.
     tolva::WriteIni(log.File(), "LEVEL4", "GAMEOVER", "32767");
     tolva::WriteIni(log.File(), "LEVEL4", "PLAYED", "40");
-    LevelTally lost = Tally(6);
+    LevelTally lost = Tally(6, {1, 0, 0, 0, 0, 0});
     log.WriteStat(4, true, true, lost);
     EXPECT_EQ(Keys(log, 4, {"gameover", "played"}), "32767 40");
     EXPECT_EQ(lost.LevelClicks, 6);
     tolva::WriteIni(log.File(), "LEVEL4", "GAMEOVER", "32766");
     log.WriteStat(4, true, true, lost);
-    EXPECT_EQ(Keys(log, 4, {"gameover", "played"}), "32767 41");
+    EXPECT_EQ(Keys(log, 4, {"gameover", "played", "minclicks", "SPELL0_min"}), "32767 41 - -");
     EXPECT_EQ(lost.LevelClicks, 0);
+    EXPECT_EQ(lost.SpellClicks[0], 0);
 }

@@ -9,6 +9,7 @@
 // cannot start (no CUPS installed, /etc/cups not writable) the test is skipped with the
 // reason. Printing is asynchronous, so the test waits for the file, bounded in time: this
 // is a real server, not a timer of the game.
+#include "CommandOutput.h"
 #include "stats/StatTable.h"
 #include "stats/qt/StatPrintout.h"
 #include "support/TempFolder.h"
@@ -36,16 +37,7 @@ namespace {
 const char* const PdfPpd = "/usr/share/ppd/cups-pdf/CUPS-PDF_opt.ppd";
 const char* const PdfBackend = "/usr/lib/cups/backend/cups-pdf";
 
-std::string Output(const std::string& command) {
-    std::string out;
-    FILE* pipe = ::popen((command + " 2>&1").c_str(), "r");
-    if (pipe == nullptr) return out;
-    char buffer[4096];
-    std::size_t n;
-    while ((n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) out.append(buffer, n);
-    ::pclose(pipe);
-    return out;
-}
+std::string Output(const std::string& command) { return tolva::testing::CommandOutput(command + " 2>&1"); }
 
 bool Succeeds(const std::string& command) { return std::system((command + " >/dev/null 2>&1").c_str()) == 0; }
 

@@ -1,6 +1,7 @@
 // The printout of the statistics, painted into a PDF through the same drawing code the
 // printer gets, and read back with pdftotext (words and their boxes) and pdftoppm (the
 // colours of the bands).
+#include "CommandOutput.h"
 #include "stats/StatTable.h"
 #include "stats/qt/StatPages.h"
 #include "stats/qt/StatPrintout.h"
@@ -13,12 +14,12 @@
 #include <QRegularExpression>
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <vector>
 
 using tolva::StatTable;
+using tolva::testing::CommandOutput;
 using tolva::testing::TempFolder;
 
 namespace {
@@ -27,17 +28,6 @@ const std::string Date = "23.11.2026";
 
 bool HaveTool(const char* name) {
     return std::system((std::string("command -v ") + name + " >/dev/null 2>&1").c_str()) == 0;
-}
-
-std::string Run(const std::string& command) {
-    std::string out;
-    FILE* pipe = ::popen(command.c_str(), "r");
-    if (pipe == nullptr) return out;
-    char buffer[4096];
-    std::size_t n;
-    while ((n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) out.append(buffer, n);
-    ::pclose(pipe);
-    return out;
 }
 
 // A4 pages with 5 mm margins, 3 mm at the bottom, as a printer's printable area. With
@@ -59,7 +49,7 @@ void PrintToPdf(StatTable& table, const std::string& file) {
 
 // The text of each page, laid out as on paper.
 std::vector<std::string> PageTexts(const std::string& pdf) {
-    const std::string text = Run("pdftotext -layout '" + pdf + "' -");
+    const std::string text = CommandOutput("pdftotext -layout '" + pdf + "' -");
     std::vector<std::string> pages;
     std::size_t start = 0;
     for (std::size_t ff; (ff = text.find('\f', start)) != std::string::npos; start = ff + 1)
@@ -76,7 +66,7 @@ struct Word {
 
 // Every word of the PDF with its box, from pdftotext -bbox.
 std::vector<Word> Words(const std::string& pdf) {
-    const std::string html = Run("pdftotext -bbox '" + pdf + "' -");
+    const std::string html = CommandOutput("pdftotext -bbox '" + pdf + "' -");
     static const QRegularExpression pattern(
         R"re(<page |<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="[\d.]+" yMax="[\d.]+">([^<]*)</word>)re");
     std::vector<Word> words;
@@ -95,7 +85,7 @@ std::vector<Word> Words(const std::string& pdf) {
 // The colour of page `page` (from 1) at (x, y) in points.
 QRgb ColourAt(const std::string& pdf, int page, double x, double y, const TempFolder& dir) {
     const std::string base = dir / ("page" + std::to_string(page));
-    Run("pdftoppm -r 72 -png -singlefile -f " + std::to_string(page) + " -l " + std::to_string(page) + " '" + pdf +
+    CommandOutput("pdftoppm -r 72 -png -singlefile -f " + std::to_string(page) + " -l " + std::to_string(page) + " '" + pdf +
         "' '" + base + "'");
     const QImage image(QString::fromStdString(base + ".png"));
     return image.pixel(static_cast<int>(x), static_cast<int>(y)) & 0xFFFFFFu;
@@ -137,10 +127,7 @@ TEST_F(StatisticsPrintout, OnlyPlayedLevelsArePrintedWithTheirTotals) {
 
     const auto pages = PageTexts(pdf);
     ASSERT_EQ(pages.size(), 1u);
-    const std::string& page = pages[0];
-    EXPECT_NE(page.find("TOLVA II STATISTICS - " + Date), std::string::npos) << page;
-    EXPECT_NE(page.find("Page 1"), std::string::npos);
-    EXPECT_EQ(page.find("777"), std::string::npos);
+    EXPECT_EQ(pages[0].find("777"), std::string::npos);   // title, date and page: the page-break test's
 
     // Lines: level 3, level 7, then the totals of the two (count 2, clicks 26 and 50).
     const auto words = Words(pdf);
@@ -229,7 +216,6 @@ TEST_F(StatisticsPrintout, NothingPlayedPrintsOnePageWithZeroTotals) {
     const auto pages = PageTexts(pdf);
     ASSERT_EQ(pages.size(), 1u);
     EXPECT_NE(pages[0].find("Page 1"), std::string::npos);
-    EXPECT_EQ(table.Totals(), tolva::StatRecord{});
     int zeros = 0;
     for (const auto& w : Words(pdf)) zeros += w.text == "0" ? 1 : 0;
     EXPECT_EQ(zeros, 17);
