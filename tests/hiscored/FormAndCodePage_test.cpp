@@ -44,14 +44,6 @@ TEST(FormFields, EncodesEveryByteSoThatItDecodesBack) {
     EXPECT_EQ(EncodeFormValue("a b&c"), "a+b%26c");
 }
 
-TEST(FormFields, KnowsTheFormContentType) {
-    EXPECT_TRUE(IsFormEncoded("application/x-www-form-urlencoded"));
-    EXPECT_TRUE(IsFormEncoded("Application/X-WWW-Form-Urlencoded; charset=windows-1252"));
-    EXPECT_TRUE(IsFormEncoded(""));
-    EXPECT_FALSE(IsFormEncoded("multipart/form-data; boundary=x"));
-    EXPECT_FALSE(IsFormEncoded("text/plain"));
-}
-
 TEST(CodePage, EveryByteGoesToUtf8AndBack) {
     std::string all;
     for (int c = 0; c < 256; ++c) all += static_cast<char>(c);

@@ -40,7 +40,9 @@ TEST(ServerProcess, StoresTheGamesTableAndShowsIt) {
     ASSERT_TRUE(posted) << httplib::to_string(posted.error());
     EXPECT_EQ(posted->status, 200) << posted->body;
     EXPECT_NE(posted->body.find("Stored 3 entries"), std::string::npos);
-    EXPECT_EQ(Query(server.Database(), "SELECT count(*) || '' FROM entry"), "3");
+    EXPECT_EQ(Query(server.Database(), "SELECT group_concat(place) FROM (SELECT place FROM entry ORDER BY place)"),
+              "0,1,2");
+    EXPECT_EQ(Query(server.Database(), "SELECT stat FROM submission"), "[LEVEL1]\r\nScore=120\r\n");
 
     auto page = client.Get(Path);
     ASSERT_TRUE(page);

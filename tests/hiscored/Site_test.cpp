@@ -46,7 +46,8 @@ TEST(HiscoreSite, StoresAValidTableAndShowsItEscapedInTheGamesScoreForm) {
     Hiscores table;
     table[0] = {"<B>", 14, 1234567};
     table[1] = {"\"'&", 2, 80};
-    const Reply stored = site.Submit(Form, Post(table, "&stat=x"), "127.0.0.1");
+    const Reply stored = site.Submit("Application/X-WWW-Form-Urlencoded; charset=windows-1252", Post(table, "&stat=x"),
+                                     "127.0.0.1");
     EXPECT_EQ(stored.Status, 200) << stored.Html;
     EXPECT_NE(stored.Html.find("Stored 2 entries of your table, with your statistics."), std::string::npos);
     EXPECT_NE(stored.Html.find("&lt;B&gt;"), std::string::npos);
@@ -58,6 +59,7 @@ TEST(HiscoreSite, StoresAValidTableAndShowsItEscapedInTheGamesScoreForm) {
               std::string::npos)
         << page.Html;
     EXPECT_EQ(page.Html.find("<B>"), std::string::npos);
+    EXPECT_EQ(site.Submit(Form, Post(table), "127.0.0.2").Html.find("statistics"), std::string::npos);  // none sent
 
     // A table of free places is accepted but leaves nothing.
     const Reply empty = site.Submit("", Post(Hiscores()), "127.0.0.1");
@@ -93,6 +95,7 @@ TEST(HiscoreSite, RefusesBadAndForgedSubmissionsWithAReasonAndStoresNothing) {
         {Form, "hiscoredata=%E", 400, "encoding"},
         {Form, "stat=only", 400, "no hiscoredata"},
         {"multipart/form-data; boundary=x", Post(table), 415, "x-www-form-urlencoded"},
+        {"text/plain", Post(table), 415, "x-www-form-urlencoded"},
         {Form, Post(table, "&stat=" + std::string(MaxBodyBytes, 'x')), 413, "KiB"},
         {Form, forged({{std::string(2000, 'A'), 3, 300}}), 400, "place 1 has a name"},
     };

@@ -36,27 +36,6 @@ std::string Body(const std::string& data) { return "hiscoredata=" + EncodeFormVa
 
 } // namespace
 
-TEST(Submission, TakesTheGamesTableWithItsScoredPlacesAndTheStatistics) {
-    const std::string data = Sample().MakeHiscoreString(DefaultSetKey);
-    const SubmissionRead read = Read(Body(data) + "&stat=" + EncodeFormValue("[LEVEL1]\r\nclicks=3\r\n"));
-    ASSERT_TRUE(read.Ok) << read.Problem;
-    ASSERT_EQ(read.Value.Places.size(), 3u);
-    EXPECT_EQ(read.Value.Places[0].Index, 0);
-    EXPECT_EQ(read.Value.Places[0].Entry, Sample()[0]);
-    EXPECT_EQ(read.Value.Places[2].Entry, Sample()[2]);
-    EXPECT_TRUE(read.Value.HasStat);
-    EXPECT_EQ(read.Value.Stat, "[LEVEL1]\r\nclicks=3\r\n");
-
-    const SubmissionRead withoutStat = Read(Body(data));
-    ASSERT_TRUE(withoutStat.Ok);
-    EXPECT_FALSE(withoutStat.Value.HasStat);
-
-    // A table of free places checks out and has nothing to keep.
-    const SubmissionRead empty = Read(Body(Hiscores().MakeHiscoreString(DefaultSetKey)));
-    ASSERT_TRUE(empty.Ok) << empty.Problem;
-    EXPECT_TRUE(empty.Value.Places.empty());
-}
-
 TEST(Submission, TakesATableThatABrowserSentInUtf8) {
     const std::string data = Sample().MakeHiscoreString(DefaultSetKey);
     const std::string utf8 = CodePageToUtf8(data);

@@ -42,10 +42,15 @@ TEST(CliCryptIni, CryptRoundTripsBytesThroughPipes) {
     }
     EXPECT_EQ(RunCli(dir, "crypt enc 5").out, "");
 
-    const CliStreams tooBig = RunCli(dir, "crypt dec 32767", "abc");
-    EXPECT_EQ(tooBig.status, 1);
-    EXPECT_EQ(tooBig.out, "");
-    EXPECT_NE(tooBig.err.find("'DecryptNumber' is an integer, and may not be greater than 32766!"), std::string::npos);
+    for (const std::string way : {"enc", "dec"}) {
+        const CliStreams tooBig = RunCli(dir, "crypt " + way + " 32767", "abc");
+        EXPECT_EQ(tooBig.status, 1) << way;
+        EXPECT_EQ(tooBig.out, "") << way;
+        const std::string name = way == "enc" ? "'EncryptNumber'" : "'DecryptNumber'";
+        EXPECT_NE(tooBig.err.find("error 10 (Crypter): " + name + " is an integer, and may not be greater than 32766!"),
+                  std::string::npos)
+            << tooBig.err;
+    }
 }
 
 TEST(CliCryptIni, IniGetAndSetWorkOnTheGameFiles) {

@@ -7,7 +7,7 @@
 
 using namespace tolva;
 
-TEST(ErrorReport, TextHasItsThreeLinesWithTheVersionInItsPatterns) {
+TEST(ErrorReport, TextHasItsThreeLinesWithTheVersionInItsPatternsInAStopBox) {
     EXPECT_EQ(ErrorReportText(380, "(User Control) slpTextScroll::Property Let ScrollSpeed", 0,
                               "Invalid property value", "tolva2", 1, 2, 3),
               "Error 380 in (User Control) slpTextScroll::Property Let ScrollSpeed\r\n"
@@ -22,9 +22,8 @@ TEST(ErrorReport, TextHasItsThreeLinesWithTheVersionInItsPatterns) {
     // Negative lines are lines too; only 0 leaves the part out.
     EXPECT_NE(ErrorReportText(5, "x", -1, "d", "p", 1, 0, 0).find("x (Line #: -1)\r\n"), std::string::npos);
     EXPECT_EQ(ErrorReportText(5, "x", 0, "d", "p", 1, 0, 0).find("Line #"), std::string::npos);
-}
 
-TEST(ErrorReport, BoxIsTitledErrorWithTheStopIconAndThisProgramsVersion) {
+    // The box: titled Error with the stop icon, and this program's name and version.
     ScriptedDialogs dialogs;
     ReportError(dialogs, "(User Control) slpTextScroll::Function DrawText", 480, "Can't create AutoRedraw image");
     ASSERT_EQ(dialogs.ShownBoxes().size(), 1u);
