@@ -24,15 +24,6 @@ void LoadDigits(TolvaBoard& board, const TempFolder& folder) {
 
 } // namespace
 
-TEST(BonusSequence, FormatBonusCountsItsGroupsFromTheLeft) {
-    EXPECT_EQ(TolvaBoard::FormatBonus(100000), "100.000");
-    EXPECT_EQ(TolvaBoard::FormatBonus(900000), "900.000");
-    EXPECT_EQ(TolvaBoard::FormatBonus(0), "000.00");
-    EXPECT_EQ(TolvaBoard::FormatBonus(12345), "123.45");
-    EXPECT_EQ(TolvaBoard::FormatBonus(5), "000.05");
-    EXPECT_EQ(TolvaBoard::FormatBonus(1234567), "123.456.7");
-}
-
 TEST(BonusSequence, ACleanedLevelCountsItsStepsUpOneTickEachAndLingersASecond) {
     SessionFixture f;
     LoadDigits(f.Board, f.Folder);

