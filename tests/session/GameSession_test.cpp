@@ -29,6 +29,8 @@ TEST(GameSession, AGameRunsFromLevelToLevelAndEndsOnADeadBoard) {
     EXPECT_EQ(f.Label(SessionLabel::LevelName), "LEVEL 1");
     EXPECT_EQ(f.Label(SessionLabel::LevelCode), "");   // level 1 never shows its code
     EXPECT_EQ(f.Label(SessionLabel::Clicks), "CLICKS: 0");
+    f.Session.MouseMove(0, 1);
+    EXPECT_EQ(f.Label(SessionLabel::Pointer), "X:0,Y:1  TYPE:2");
 
     f.Click(0, 0);   // the pair of 1s: 4 points
     EXPECT_EQ(f.Session.Score, 4);
