@@ -135,6 +135,13 @@ TEST(IdleMascot, SoundNeedsSoundsOnAndNoSpellAtWork) {
     m.At(m.Loop.NowMs() + 100);
     m.Idle->Kedelig_MouseDown();
     EXPECT_EQ(m.Plays(), 2u);
+
+    // The mascot that goes while its strip runs leaves the strip quiet.
+    EXPECT_TRUE(m.Strip.IsPlaying());
+    m.Idle.reset();
+    m.At(m.Loop.NowMs() + 1000);
+    EXPECT_FALSE(m.Strip.IsPlaying());
+    EXPECT_EQ(m.Loop.RunningTimers(), 0);
 }
 
 TEST(IdleMascot, WithAnimationsOffOnlyAPressPlaysUntilTheNextScore) {
@@ -162,13 +169,4 @@ TEST(IdleMascot, WithAnimationsOffOnlyAPressPlaysUntilTheNextScore) {
     m.Idle->RestartIdle();
     m.At(300000 + IdleMascot::FirstDelayMs);
     EXPECT_EQ(m.Plays(), 2u);
-}
-
-TEST(IdleMascot, LeavesTheStripQuietWhenItGoes) {
-    Mascot m;
-    m.At(IdleMascot::FirstDelayMs);
-    m.Idle.reset();
-    m.At(IdleMascot::FirstDelayMs + 1000);   // the strip ends with nobody to tell
-    EXPECT_FALSE(m.Strip.IsPlaying());
-    EXPECT_EQ(m.Loop.RunningTimers(), 0);
 }

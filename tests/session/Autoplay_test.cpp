@@ -1,7 +1,8 @@
 // The game playing itself: the moves autoplay makes and the random numbers it draws for
 // them, its rare spell and the test tube's two clicks, the clearing of dead ends that
-// carries play on through the set, the chain that stops on a refused click, and long
-// runs over the shipped default set checked against the board's own events.
+// carries play on through the set, and the chain that stops on a refused click. The long
+// runs over the shipped default set, with the board closing up at once and after its
+// pause, are tolva2-cli autoplay's test.
 #include "session/SessionFixture.h"
 
 #include <gtest/gtest.h>
@@ -147,22 +148,4 @@ TEST(Autoplay, ARefusedTestTubeStopsTheChainUntilTheMenuIsUsedAgain) {
     EXPECT_EQ(f.Board.Bricks(0, 1), 4);
     EXPECT_EQ(f.Board.Bricks(0, 2), 4);
     EXPECT_FALSE(f.Session.AutoplayChecked);
-}
-
-TEST(Autoplay, PlaysTheDefaultSetConsistentWithTheBoardWaitingForEachClosingUp) {
-    // The whole set, round to level 1 with the board closing up at once, is the command
-    // line's autoplay test, which holds the same counters against the session.
-    // With the board closing up after its pause, as on screen, each move waits for that
-    // tick and starts from it.
-    SessionFixture shown(nullptr);
-    shown.LoadDefaultSet();
-    shown.Board.AniDraw = true;
-    shown.Events.ScoreCounts = false;
-    StopAtLevelStart(shown, 6);
-    StartAutoplay(shown);
-    shown.Host.Loop.WaitUntil([&] { return shown.Events.Levels.size() == 6; });
-    EXPECT_TRUE(shown.Events.Disagreements.empty()) << shown.Events.Disagreements.front();
-    EXPECT_LE(shown.Events.MaxMoveDepth, 2);   // a spell raises its event inside the move of a tick
-    EXPECT_GE(shown.Host.Loop.NowMs(), static_cast<std::int64_t>(shown.Events.Clicks) * shown.Board.UpdateDelay());
-    EXPECT_TRUE(shown.Session.GameRunning);
 }

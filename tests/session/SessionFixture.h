@@ -5,7 +5,7 @@
 // tests' RecordingListener writes it) and counted by Events. The game folder is a fresh
 // temporary folder, so stat.ini lands there. The random numbers may be given by the test.
 #include "board/BoardFixture.h"
-#include "levels/LevelSetReader.h"
+#include "levels/LevelSetTestFiles.h"
 #include "session/CountingListener.h"
 #include "session/GameBuilder.h"
 #include "session/GameSession.h"
@@ -13,7 +13,6 @@
 #include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
 
-#include <fstream>
 #include <map>
 
 namespace tolva::testing {
@@ -83,14 +82,13 @@ public:
     std::string Stat(const std::string& section, const std::string& key) const {
         return ReadIni(Folder / "stat.ini", section, key);
     }
-    // The level set shipped with the game, loaded as the game loads it.
+    // The level set shipped with the game, loaded as the game loads it; the game folder
+    // stays the fixture's.
     void LoadDefaultSet() {
-        std::ifstream file(std::string(TOLVA_SOURCE_DIR) + "/game/levels/default/levels.set", std::ios::binary);
-        ASSERT_TRUE(file.good());
-        LevelSetReader reader(*Game);
-        const LevelSetLoad load = reader.Load(file);
-        ASSERT_EQ(load.Integrity, LevelSetIntegrity::Ok);
-        ASSERT_EQ(load.LevelsStored(), MaxLevels);
+        ShippedSet shipped("default");
+        SetAppPath(Folder.Path());
+        ASSERT_EQ(shipped.load.LevelsStored(), MaxLevels);
+        *Game = std::move(*shipped.game);
     }
     // The beeps of the PC speaker so far, as "Beep(hz,ms)".
     std::vector<std::string> BeepCalls() const {

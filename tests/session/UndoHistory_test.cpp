@@ -3,6 +3,8 @@
 #include "SessionFixture.h"
 #include "session/UndoHistory.h"
 
+#include <stdexcept>
+
 using tolva::testing::SessionFixture;
 using Rows = std::vector<std::string>;
 
@@ -28,4 +30,7 @@ TEST(UndoHistory, TakesBackOnlyTheMovesOfTheLevelBeingPlayed) {
     EXPECT_FALSE(undo.CanUndo());
     EXPECT_FALSE(undo.Undo());
     EXPECT_EQ(f.Rows(), start);
+
+    // The builder makes the board once: a second one would leave the session driving the first.
+    EXPECT_THROW(f.Built.BuildBoard(), std::logic_error);
 }

@@ -7,6 +7,7 @@
 //
 // A row is data: the file, what is done to it, what must happen. Adding a case is one line.
 #include "qtsupport/GameWindowKit.h"
+#include "qtsupport/HangBound.h"
 #include "board/BmpWriter.h"
 #include "hiscores/Hiscores.h"
 #include "session/GameSession.h"
@@ -16,8 +17,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <csignal>
-#include <cstring>
 #include <fstream>
 #include <map>
 #include <random>
@@ -246,23 +245,9 @@ std::map<std::string, std::string> PlayerFiles(const TempFolder& dir) {
     return files;
 }
 
-// A row that hangs (a load that waits on a pipe for ever) ends the test with its name,
-// long before the test's own time limit.
-const char* runningRow = "";
-
-extern "C" void RowTookTooLong(int) {
-    const char head[] = "\nDamagedFolders: this row hangs: ";
-    [[maybe_unused]] auto n = ::write(2, head, sizeof head - 1);
-    n = ::write(2, runningRow, std::strlen(runningRow));
-    n = ::write(2, "\n", 1);
-    ::_exit(1);
-}
-
 void RunRow(const Row& row) {
     SCOPED_TRACE(row.name);
-    runningRow = row.name;
-    std::signal(SIGALRM, RowTookTooLong);
-    ::alarm(60);
+    BoundInTime(60, row.name);
     TempFolder dir;
     MakeGameFolder(dir);
     Apply(dir, row);
@@ -320,7 +305,7 @@ void RunRow(const Row& row) {
         after[Ini] = before.at(Ini);
     }
     EXPECT_EQ(after, before);
-    ::alarm(0);
+    BoundInTime(0, "");
 }
 
 } // namespace

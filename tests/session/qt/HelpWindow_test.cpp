@@ -6,6 +6,7 @@
 #include "support/TempFolder.h"
 #include "support/ZenkorModule.h"
 #include "testsupport/ScriptedDialogs.h"
+#include "qtsupport/HangBound.h"
 #include "qtsupport/WidgetTestKit.h"
 
 #include <QApplication>
@@ -20,7 +21,6 @@
 #include <QTextFragment>
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -34,6 +34,7 @@ using tolva::MessageButtons;
 using tolva::MessageIcon;
 using tolva::ScriptedDialogs;
 using tolva::ShowHelp;
+using tolva::testing::BoundInTime;
 using tolva::testing::TempFolder;
 
 namespace fs = std::filesystem;
@@ -111,72 +112,53 @@ QImage ResourceImage(QTextDocument& document, const QString& name) {
 
 } // namespace
 
-TEST(HelpWindow, ShowsTheHelpPageWithItsPicturesAndLinks) {
+TEST(HelpWindow, ShowsTheHelpPageWithItsPicturesAndLinksInOneWindowAtATime) {
     HelpFolder folder;
     ScriptedDialogs dialogs;
-    QWidget owner;
-    QPixmap iconPicture(32, 32);
-    iconPicture.fill(Qt::darkCyan);
-    owner.setWindowIcon(QIcon(iconPicture));
-
-    HelpWindow* window = ShowHelp(&owner, dialogs);
-    ASSERT_NE(window, nullptr);
-    EXPECT_TRUE(dialogs.ShownBoxes().empty());
-    EXPECT_TRUE(window->isVisible());
-    EXPECT_FALSE(window->isModal());
-    EXPECT_EQ(window->windowIcon().cacheKey(), owner.windowIcon().cacheKey());
-
-    QTextDocument& document = *window->Browser()->document();
-    const QString text = document.toPlainText();
-    // The page is Latin-1 and says so: its multiplication sign arrives as one character.
-    EXPECT_TRUE(text.contains(QChar(0xD7)));
-    EXPECT_FALSE(text.contains(QChar(QChar::ReplacementCharacter)));
-
-    const PageParts parts = ReadParts(document);
-    EXPECT_GE(parts.innerLinks.size(), 13);
-    for (const QString& link : parts.innerLinks) EXPECT_TRUE(parts.anchors.contains(link)) << link.toStdString();
-    for (int spell = 0; spell < 6; ++spell) {
-        EXPECT_TRUE(parts.images.contains(QString("../data/s%1.bmp").arg(spell))) << spell;
-        EXPECT_TRUE(parts.images.contains(QString("../data/ss%1.bmp").arg(spell))) << spell;
-    }
-    if (folder.hasPictures) {
-        for (const QString& name : parts.images)
-            EXPECT_FALSE(ResourceImage(document, name).isNull()) << name.toStdString();
-        EXPECT_EQ(ResourceImage(document, "../data/s3.bmp").size(), QSize(50, 50));
-    } else {
-        ADD_FAILURE() << "the build's game folder has no pictures at " << GameDir;
-    }
-
-    window->close();
-}
-
-TEST(HelpWindow, OneWindowAtATime) {
-    HelpFolder folder;
-    ScriptedDialogs dialogs;
-    QPointer<HelpWindow> first;
+    QPointer<HelpWindow> window;
     {
         QWidget owner;
-        first = ShowHelp(&owner, dialogs);
-        ASSERT_FALSE(first.isNull());
+        QPixmap iconPicture(32, 32);
+        iconPicture.fill(Qt::darkCyan);
+        owner.setWindowIcon(QIcon(iconPicture));
+
+        window = ShowHelp(&owner, dialogs);
+        ASSERT_FALSE(window.isNull());
+        EXPECT_TRUE(window->isVisible());
+        EXPECT_FALSE(window->isModal());
+        EXPECT_EQ(window->windowIcon().cacheKey(), owner.windowIcon().cacheKey());
         // A second call brings the same window to the front.
-        EXPECT_EQ(ShowHelp(&owner, dialogs), first.data());
+        EXPECT_EQ(ShowHelp(&owner, dialogs), window.data());
         EXPECT_EQ(OpenHelpWindows(), 1);
 
-        // Closing it unloads it; the next call opens a fresh one.
-        first->close();
-        DeleteClosedWindows();
-        EXPECT_TRUE(first.isNull());
-        EXPECT_EQ(OpenHelpWindows(), 0);
-        first = ShowHelp(&owner, dialogs);
-        ASSERT_FALSE(first.isNull());
-        EXPECT_TRUE(first->isVisible());
+        QTextDocument& document = *window->Browser()->document();
+        const QString text = document.toPlainText();
+        // The page is Latin-1 and says so: its multiplication sign arrives as one character.
+        EXPECT_TRUE(text.contains(QChar(0xD7)));
+        EXPECT_FALSE(text.contains(QChar(QChar::ReplacementCharacter)));
 
-        // A window closed but not yet deleted is not handed out again.
-        first->close();
+        const PageParts parts = ReadParts(document);
+        EXPECT_GE(parts.innerLinks.size(), 13);
+        for (const QString& link : parts.innerLinks) EXPECT_TRUE(parts.anchors.contains(link)) << link.toStdString();
+        for (int spell = 0; spell < 6; ++spell) {
+            EXPECT_TRUE(parts.images.contains(QString("../data/s%1.bmp").arg(spell))) << spell;
+            EXPECT_TRUE(parts.images.contains(QString("../data/ss%1.bmp").arg(spell))) << spell;
+        }
+        if (folder.hasPictures) {
+            for (const QString& name : parts.images)
+                EXPECT_FALSE(ResourceImage(document, name).isNull()) << name.toStdString();
+            EXPECT_EQ(ResourceImage(document, "../data/s3.bmp").size(), QSize(50, 50));
+        } else {
+            ADD_FAILURE() << "the build's game folder has no pictures at " << GameDir;
+        }
+
+        // A window closed but not yet deleted is not handed out again; once deleted it is gone.
+        window->close();
         HelpWindow* next = ShowHelp(&owner, dialogs);
-        EXPECT_NE(next, first.data());
+        EXPECT_NE(next, window.data());
         EXPECT_TRUE(next->isVisible());
         DeleteClosedWindows();
+        EXPECT_TRUE(window.isNull());
         EXPECT_EQ(OpenHelpWindows(), 1);
     }
     // The window goes with the main window that owns it.
@@ -231,17 +213,6 @@ TEST(HelpWindow, FindsThePageOnlyWhereTheGameFolderHasIt) {
 }
 
 namespace {
-
-// A hang ends the test run with a clear message, not at the run's own time limit: each
-// call sets the bound anew, BoundInTime(0) lifts it.
-extern "C" void HelpHung(int) {
-    [[maybe_unused]] auto n = ::write(2, "the help window hung\n", 21);
-    ::_exit(1);
-}
-void BoundInTime(unsigned seconds) {
-    std::signal(SIGALRM, HelpHung);
-    ::alarm(seconds);
-}
 
 std::string Repeat(const std::string& part, int times) { return QByteArray::fromStdString(part).repeated(times).toStdString(); }
 
@@ -304,7 +275,7 @@ TEST(HelpWindow, ADamagedPageIsToldAsMissingAtOnce) {
     QWidget owner;
     for (const auto& [name, page] : pages) {
         SCOPED_TRACE(name);
-        BoundInTime(30);
+        BoundInTime(30, name.c_str());
         TempFolder game;
         fs::create_directories(game / "help");
         if (page.empty()) ASSERT_EQ(::mkfifo((game / "help/help.htm").c_str(), 0600), 0);
@@ -320,11 +291,11 @@ TEST(HelpWindow, ADamagedPageIsToldAsMissingAtOnce) {
         // A sanity bound, far above the few milliseconds it takes.
         EXPECT_LT(asked.ms, 1000);
     }
-    BoundInTime(0);
+    BoundInTime(0, "");
 }
 
 TEST(HelpWindow, PicturesComeOnlyFromRegularFilesOfTheGameFolder) {
-    BoundInTime(60);
+    BoundInTime(60, "the help window's pictures");
     TempFolder outside;
     ASSERT_TRUE(tolva::testing::SolidImage(10, 10, qRgb(200, 0, 0)).save(QString::fromStdString(outside.Path() + "/red.bmp")));
     TempFolder game;
@@ -370,7 +341,7 @@ TEST(HelpWindow, PicturesComeOnlyFromRegularFilesOfTheGameFolder) {
     DeleteClosedWindows();
     EXPECT_TRUE(window.isNull());
     EXPECT_EQ(OpenHelpWindows(), 0);
-    BoundInTime(0);
+    BoundInTime(0, "");
 }
 
 TEST(HelpWindow, MarkupIsMeasuredAsTheBrowserReadsIt) {
