@@ -1,11 +1,22 @@
 #include "testsupport/ScriptedDialogs.h"
 
+#include <stdexcept>
+
 namespace tolva {
+
+void ScriptedDialogs::Unanswered(const std::string& text) {
+    if (++unansweredRun_ > UnansweredLimit)
+        throw std::runtime_error("the game keeps asking with no answer queued: " + text);
+}
 
 MessageResult ScriptedDialogs::MessageBox(const std::string& text, const std::string& title, MessageIcon icon,
                                           MessageButtons buttons) {
     shown_.push_back({false, text, title, icon, buttons, {}, false, {}});
-    if (messageAnswers_.empty()) return MessageResult::Ok;
+    if (messageAnswers_.empty()) {
+        Unanswered(text);
+        return MessageResult::Ok;
+    }
+    unansweredRun_ = 0;
     const MessageResult answer = messageAnswers_.front();
     messageAnswers_.pop_front();
     // A box with only OK can't be cancelled.
@@ -15,7 +26,11 @@ MessageResult ScriptedDialogs::MessageBox(const std::string& text, const std::st
 std::string ScriptedDialogs::InputBox(const std::string& prompt, const std::string& title,
                                       const std::string& offered) {
     shown_.push_back({true, prompt, title, MessageIcon::None, MessageButtons::OkCancel, offered, false, {}});
-    if (inputAnswers_.empty()) return offered;
+    if (inputAnswers_.empty()) {
+        Unanswered(prompt);
+        return offered;
+    }
+    unansweredRun_ = 0;
     std::string answer = std::move(inputAnswers_.front());
     inputAnswers_.pop_front();
     return answer;

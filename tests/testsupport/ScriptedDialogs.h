@@ -2,7 +2,10 @@
 // Dialogs of the headless platform: each box is written down, and answered from a script
 // of answers queued beforehand. A box with no answer queued gets what pressing Enter
 // gives: OK, or the text offered in an input box; a save-file box with no answer queued
-// is cancelled, as Enter on its empty name field does not choose a file.
+// is cancelled, as Enter on its empty name field does not choose a file. A game that asks
+// again and again without an answer queued (a loop that a fault keeps from ending) is
+// stopped with an exception after UnansweredLimit boxes, so its test fails at once
+// instead of running into the suite's time limit.
 #include "support/platform/Dialogs.h"
 
 #include <deque>
@@ -36,7 +39,12 @@ public:
 
     const std::vector<Shown>& ShownBoxes() const { return shown_; }
 
+    static constexpr int UnansweredLimit = 1000;
+
 private:
+    void Unanswered(const std::string& text);
+
+    int unansweredRun_ = 0;
     std::deque<MessageResult> messageAnswers_;
     std::deque<std::string> inputAnswers_;
     std::deque<std::string> saveFileAnswers_;
