@@ -1,6 +1,6 @@
 // The bouncing saw on the virtual clock: its 22 steps in four seconds, its way over the
-// board by the table of headings, its random changes of mind, and where the end of a
-// level falls among the events of its click.
+// board by the table of headings, its random changes of mind, and where the end of the
+// game falls among the events of its click.
 #include "BoardFixture.h"
 #include "support/ZenkorModule.h"
 
@@ -171,16 +171,6 @@ TEST(BouncingSaw, OneStepInFourDrawsBothHeadingsAnew) {
     turn.Saw(Full5, 2, 2);
     EXPECT_EQ(turn.Watch.Draws[3].At, (Cell{3, 1}));   // right and up
     EXPECT_EQ(turn.Watch.Draws.size(), 24u);            // 22 steps, two of them extra draws
-}
-
-TEST(BouncingSaw, EmptyingTheBoardEndsTheLevelBeforeTheSawIsScored) {
-    SawFixture s;
-    s.F.SetLevel(2, {"..", "77"});
-    s.Saw({"..", ".5"}, 1, 1);
-    EXPECT_EQ(s.F.Events.Take(),
-              (Rows{"SpellClick(0,1)", "SpellInUse(true)", "BonusScore(100000,0)", "NewLevel(2)", "SpellInUse(false)",
-                    "SpellUsed(0)", "NewScore(484)", "BricksRemoved(22)", "CanDoNextMove"}));
-    EXPECT_EQ(s.F.Rows(), (Rows{"..", "77"}));
 }
 
 TEST(BouncingSaw, WithoutAnimationsItRunsTheSameStepsAsAStillPicture) {
