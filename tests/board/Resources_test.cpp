@@ -28,7 +28,6 @@ TEST(Resources, LeftForTheirFirstShowingTheyLoadOnceJustBeforeIt) {
     ASSERT_EQ(events.size(), 22u);
     EXPECT_EQ(events.front(), "ResourceLoaded(Bonus background)");
     EXPECT_EQ(events.back(), "ResourceLoaded(Hint animation gfx)");
-    EXPECT_TRUE(all.Board.BOM().HasStrip());
     EXPECT_EQ(all.Board.picBonus().Holder().BackColor(), 0x708090);
 
     BoardFixture f;
