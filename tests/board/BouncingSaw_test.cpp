@@ -1,6 +1,6 @@
 // The bouncing saw on the virtual clock: its 22 steps in four seconds, its way over the
-// board by the table of headings, its random changes of mind, and where the end of a
-// level falls among the events of its click.
+// board by the table of headings, its random changes of mind, and where the end of the
+// game falls among the events of its click.
 #include "BoardFixture.h"
 #include "support/ZenkorModule.h"
 
@@ -121,6 +121,18 @@ TEST(BouncingSaw, OnALoneBrickItTakesItThenStandsStillForTwentyTwoCountedSteps) 
     EXPECT_FALSE(s.F.Board.BounceTimer().Enabled());
     EXPECT_FALSE(s.F.Board.BounceOn().Enabled());
     EXPECT_TRUE(s.F.Board.BoardReady);
+
+    // Without animations the same steps run as a still picture, and the sound still plays.
+    // The start cell turns into its hidden spell, and the saw, standing on it, takes that
+    // too: it never reaches the stock.
+    s.F.Settings.PlayAnimations = false;
+    s.Saw({"....", ".1..", "....", "...2"}, 1, 1, {"....", ".3..", "....", "...."});
+    ASSERT_EQ(s.Watch.Draws.size(), 22u);
+    for (const auto& d : s.Watch.Draws) EXPECT_FALSE(d.Playing);
+    EXPECT_EQ(s.F.Host.Sound.Calls().size(), 1u);
+    const auto events = s.F.Events.Take();
+    EXPECT_EQ(std::count(events.begin(), events.end(), "NewSpell(3)"), 0);
+    EXPECT_EQ(s.F.Rows(), (Rows{"....", "....", "....", "2..."}));
 }
 
 TEST(BouncingSaw, WalksDiagonallyAndTurnsAtWallsAndHolesKeepingItsHeadingForTheNextSaw) {
@@ -171,29 +183,4 @@ TEST(BouncingSaw, OneStepInFourDrawsBothHeadingsAnew) {
     turn.Saw(Full5, 2, 2);
     EXPECT_EQ(turn.Watch.Draws[3].At, (Cell{3, 1}));   // right and up
     EXPECT_EQ(turn.Watch.Draws.size(), 24u);            // 22 steps, two of them extra draws
-}
-
-TEST(BouncingSaw, EmptyingTheBoardEndsTheLevelBeforeTheSawIsScored) {
-    SawFixture s;
-    s.F.SetLevel(2, {"..", "77"});
-    s.Saw({"..", ".5"}, 1, 1);
-    EXPECT_EQ(s.F.Events.Take(),
-              (Rows{"SpellClick(0,1)", "SpellInUse(true)", "BonusScore(100000,0)", "NewLevel(2)", "SpellInUse(false)",
-                    "SpellUsed(0)", "NewScore(484)", "BricksRemoved(22)", "CanDoNextMove"}));
-    EXPECT_EQ(s.F.Rows(), (Rows{"..", "77"}));
-}
-
-TEST(BouncingSaw, WithoutAnimationsItRunsTheSameStepsAsAStillPicture) {
-    SawFixture s;
-    s.F.Start({"....", ".1..", "....", "...2"}, {"....", ".3..", "....", "...."});
-    s.F.Settings.PlayAnimations = false;
-    s.Fire(1, 1);
-    ASSERT_EQ(s.Watch.Draws.size(), 22u);
-    for (const auto& d : s.Watch.Draws) EXPECT_FALSE(d.Playing);
-    EXPECT_EQ(s.F.Host.Sound.Calls().size(), 1u);   // the sound still plays
-    // The start cell turned into its hidden spell, and the saw, standing on it, took that
-    // too: it never reaches the stock.
-    const auto events = s.F.Events.Take();
-    EXPECT_EQ(std::count(events.begin(), events.end(), "NewSpell(3)"), 0);
-    EXPECT_EQ(s.F.Rows(), (Rows{"....", "....", "....", "2..."}));
 }
