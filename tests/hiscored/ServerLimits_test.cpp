@@ -43,7 +43,7 @@ TEST(ServerLimits, RefusesOversizedHeadsAndTooManySubmissionsLoggingEachOnce) {
     Server server(folder, {"--max-submissions-per-minute", "1"});
     ASSERT_TRUE(server.Running());
     httplib::Client client = server.Client();
-    auto accepted = client.Post(Path, TableForm(101), FormType);
+    auto accepted = client.Post(Path, TableForm(101, "\xC4\xC4\xC4"), FormType);
     ASSERT_TRUE(accepted);
     EXPECT_EQ(accepted->status, 200) << accepted->body;
     auto refused = client.Post(Path, TableForm(500), FormType);
@@ -57,8 +57,11 @@ TEST(ServerLimits, RefusesOversizedHeadsAndTooManySubmissionsLoggingEachOnce) {
     auto page = client.Get(Path);
     ASSERT_TRUE(page);
     EXPECT_EQ(page->status, 200);
+    EXPECT_EQ(page->get_header_value("Content-Type"), "text/html; charset=utf-8");
+    // The game's code page in UTF-8 (the escaping is the site's own test).
+    EXPECT_NE(page->body.find("<td>\xC3\x84\xC3\x84\xC3\x84</td>"), std::string::npos) << page->body;
     EXPECT_EQ(page->body.find("000.000.500"), std::string::npos);
-    EXPECT_EQ(Query(server.Database(), "SELECT count(*) || '' FROM submission"), "1");
+    EXPECT_EQ(Query(server.Database(), "SELECT group_concat(stat, '|') FROM submission"), "[LEVEL1]\r\nScore=120\r\n");
 
     EXPECT_EQ(server.Stop(), 0);
     const std::string log = folder.Read("stderr.txt");
