@@ -124,19 +124,29 @@ TEST(HiscoreKeeper, ATickWithNoPlaceSwitchesTheTimerOff) {
     ExpectDrawing(f.view.Drawings()[0], {-1, HiscoreKeeper::Green, HiscoreKeeper::White});
 }
 
-TEST(HiscoreKeeper, ACorruptedTableIsToldBetweenTheCallbacksAndReset) {
+TEST(HiscoreKeeper, EachSetsTableGoesWithItsKeyAndACorruptedOneIsToldAndReset) {
     TempFolder dir;
-    std::filesystem::create_directories(dir / "levels/default");
+    for (const char* set : {"default", "mine"}) std::filesystem::create_directories(dir / (std::string("levels/") + set));
     const std::string game = dir.Path() + "\\";
     KeeperFixture f;
     tolva::ScriptedDialogs dialogs;
+    int labels = 0;
+    const auto label = [&](const std::string&) { ++labels; };
     ASSERT_TRUE(f.keeper.SaveForSet(game, "levels\\default\\"));
+    ASSERT_TRUE(f.keeper.SaveForSet(game, "levels\\mine\\"));
+    const Hiscores saved = f.keeper.Table();
+    f.keeper.Table().Reset();
+    EXPECT_EQ(f.keeper.LoadForSet(game, "levels\\mine\\", label, dialogs), HiscoreLoad::Loaded);
+    EXPECT_EQ(f.keeper.Table().Entries, saved.Entries);
+    EXPECT_EQ(labels, 10);
+
+    // A corrupted table: the box between the two callbacks, then ten free places.
     std::string bytes = dir.Read("levels/default/hiscore.hi");
     bytes.replace(bytes.find("\r\n[", bytes.size() - 40) - 1, 1, "\xFE");  // last score byte changed
     dir.Write("levels/default/hiscore.hi", bytes);
     std::vector<std::string> order;
     const auto load = f.keeper.LoadForSet(
-        game, "levels\\default\\", [](const std::string&) {}, dialogs,
+        game, "levels\\default\\", label, dialogs,
         [&] { order.push_back("before:" + std::to_string(dialogs.ShownBoxes().size())); },
         [&] { order.push_back("after:" + std::to_string(dialogs.ShownBoxes().size())); });
     EXPECT_EQ(load, HiscoreLoad::Corrupted);
@@ -144,7 +154,7 @@ TEST(HiscoreKeeper, ACorruptedTableIsToldBetweenTheCallbacksAndReset) {
     ASSERT_EQ(dialogs.ShownBoxes().size(), 1u);
     EXPECT_EQ(dialogs.ShownBoxes()[0].Title, "CORRUPTED DATA!");
     EXPECT_EQ(f.keeper.Table().Entries, Hiscores{}.Entries);
-    ASSERT_EQ(f.view.Drawings().size(), 1u);
-    ExpectDrawing(f.view.Drawings()[0], {-1, 0, 0});
+    ASSERT_EQ(f.view.Drawings().size(), 2u);  // each load draws the table plain
+    ExpectDrawing(f.view.Drawings()[1], {-1, 0, 0});
     EXPECT_EQ(dir.Read("levels/default/hiscore.hi"), bytes);  // not rewritten by the reset
 }
