@@ -61,7 +61,7 @@ inline int Connect(int port, std::uint32_t from = 0) {
 }
 
 // Runs the server binary; its output goes to files in `folder`.
-inline pid_t Spawn(const std::vector<std::string>& args, const TempFolder& folder, const std::string& tag = "") {
+inline pid_t Spawn(const std::vector<std::string>& args, const TempFolder& folder) {
     std::vector<std::string> words = {TOLVA_HISCORED};
     words.insert(words.end(), args.begin(), args.end());
     std::vector<char*> argv;
@@ -69,7 +69,7 @@ inline pid_t Spawn(const std::vector<std::string>& args, const TempFolder& folde
     argv.push_back(nullptr);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    const std::string out = folder / (tag + "stdout.txt"), err = folder / (tag + "stderr.txt");
+    const std::string out = folder / "stdout.txt", err = folder / "stderr.txt";
     posix_spawn_file_actions_addopen(&actions, 1, out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
     posix_spawn_file_actions_addopen(&actions, 2, err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
     pid_t pid = -1;
@@ -96,14 +96,12 @@ inline int WaitExit(pid_t pid, std::chrono::milliseconds limit) {
 
 class Server {
 public:
-    // `extra` options after --listen and --db; `database` instead of an SQLite file in
-    // the folder; `tag` names its output files, for more than one server in a folder.
-    explicit Server(const TempFolder& folder, std::vector<std::string> extra = {}, const std::string& database = {},
-                    const std::string& tag = "")
-        : port_(FreePort()), db_(database.empty() ? folder / "hiscores.sqlite" : database) {
+    // `extra` options after --listen and --db, an SQLite file in the folder.
+    explicit Server(const TempFolder& folder, std::vector<std::string> extra = {})
+        : port_(FreePort()), db_(folder / "hiscores.sqlite") {
         std::vector<std::string> args = {"--listen", "127.0.0.1:" + std::to_string(port_), "--db", db_};
         args.insert(args.end(), extra.begin(), extra.end());
-        pid_ = Spawn(args, folder, tag);
+        pid_ = Spawn(args, folder);
         // Poll for the port to open; the server may also have failed to start.
         const auto deadline = Clock::now() + std::chrono::seconds(10);
         while (pid_ > 0 && Clock::now() < deadline) {
@@ -118,7 +116,7 @@ public:
             }
             ::usleep(10'000);
         }
-        ADD_FAILURE() << "the server did not open 127.0.0.1:" << port_ << ": " << folder.Read(tag + "stderr.txt");
+        ADD_FAILURE() << "the server did not open 127.0.0.1:" << port_ << ": " << folder.Read("stderr.txt");
     }
     ~Server() {
         if (pid_ > 0) Stop();

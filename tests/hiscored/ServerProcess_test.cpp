@@ -1,14 +1,11 @@
-// The real tolva2-hiscored process on 127.0.0.1: a table the game built posted the way
-// the game's page posts it, read back from the public page, and the server still
-// answering after a run of garbage. Every wait has a deadline.
-// The same round through the game's own submission window is tests/hiscores/qt/HiscoreServer_test.
+// The real tolva2-hiscored process on 127.0.0.1: its arguments and exit status, and the
+// server still answering after a run of garbage. Every wait has a deadline. A table posted
+// and read back from the public page is in ServerLimits_test and, through the game's own
+// submission window, in tests/hiscores/qt/HiscoreServer_test.
 #include "ServerHarness.h"
-
-#include "hiscores/Hiscores.h"
 
 #include <random>
 
-using tolva::Hiscores;
 using tolva::testing::TempFolder;
 using namespace tolva::testing::hiscored;
 
@@ -24,34 +21,6 @@ TEST(ServerProcess, AnswersHelpAndRefusesBadArgumentsWithStatusTwo) {
     EXPECT_EQ(WaitExit(Spawn({"--db", folder / "missing/dir/x.sqlite", "--listen", "127.0.0.1:0"}, folder),
                        std::chrono::seconds(10)),
               1);
-}
-
-TEST(ServerProcess, StoresTheGamesTableAndShowsIt) {
-    TempFolder folder;
-    Server server(folder);
-    ASSERT_TRUE(server.Running());
-    httplib::Client client = server.Client();
-
-    Hiscores table;
-    table[0] = {"<S>", 12, 98765};
-    table[1] = {"A\"B", 4, 1200};
-    table[2] = {"\xC4\xC4\xC4", 2, 33};
-    auto posted = client.Post(Path, FormOf(table), "application/x-www-form-urlencoded");
-    ASSERT_TRUE(posted) << httplib::to_string(posted.error());
-    EXPECT_EQ(posted->status, 200) << posted->body;
-    EXPECT_NE(posted->body.find("Stored 3 entries"), std::string::npos);
-    EXPECT_EQ(Query(server.Database(), "SELECT group_concat(place) FROM (SELECT place FROM entry ORDER BY place)"),
-              "0,1,2");
-    EXPECT_EQ(Query(server.Database(), "SELECT stat FROM submission"), "[LEVEL1]\r\nScore=120\r\n");
-
-    auto page = client.Get(Path);
-    ASSERT_TRUE(page);
-    EXPECT_EQ(page->status, 200);
-    EXPECT_EQ(page->get_header_value("Content-Type"), "text/html; charset=utf-8");
-    // The game's code page in UTF-8 (the escaping is the site's own test).
-    EXPECT_NE(page->body.find("<td>3</td><td>\xC3\x84\xC3\x84\xC3\x84</td>"), std::string::npos) << page->body;
-
-    EXPECT_EQ(server.Stop(), 0);
 }
 
 TEST(ServerProcess, KeepsAnsweringAfterGarbageAndOversizedBodies) {

@@ -125,10 +125,8 @@ TEST(HiscoreSite, AnswersTooManyToAnAddressOverItsSubmissionsOfTheMinute) {
     const Hiscores none;
     EXPECT_EQ(site.Submit(Form, Post(none), "10.0.0.1").Status, 200);  // nothing stored, nothing counted
     EXPECT_EQ(submit(3, "10.0.0.1"), 429);
-    EXPECT_EQ(submit(4, "10.0.0.2"), 200);
-    now = 60 - 9;  // the next minute on the clock (the moment is 9 s into its minute)
+    now = 60 - 10;  // still the same minute on the clock (the moment is 9 s into its minute)
+    EXPECT_EQ(submit(4, "10.0.0.1"), 429);
+    now = 60 - 9;   // the next minute
     EXPECT_EQ(submit(5, "10.0.0.1"), 200);
-    const Reply page = site.Table();
-    EXPECT_EQ(page.Html.find("000.000.003"), std::string::npos);
-    EXPECT_NE(page.Html.find("000.000.005"), std::string::npos);
 }

@@ -40,20 +40,15 @@ TEST(HiscoreString, HasTheFieldsAndAChecksumWithThePlaces) {
     EXPECT_NE(table.MakeHiscoreString(DefaultSetKey), table.MakeHiscoreString(OtherSetKey));
 }
 
-TEST(HiscoreString, RoundTripsUnderBothKeys) {
-    Hiscores table = Sample();
-    table[5] = {"BIG", 1, 1E17};  // written as 1E+17
-    for (const std::int16_t key : {DefaultSetKey, OtherSetKey}) {
-        const auto parsed = tolva::ParseHiscoreString(table.MakeHiscoreString(key), key);
-        ASSERT_TRUE(parsed.Ok()) << tolva::Describe(parsed.Problem);
-        EXPECT_EQ(parsed.Entries, table.Entries);
-    }
-    // Read with the wrong key, the text does not check out.
-    EXPECT_FALSE(tolva::ParseHiscoreString(table.MakeHiscoreString(DefaultSetKey), OtherSetKey).Ok());
-}
-
-TEST(HiscoreString, SaysWhyATextDoesNotCheckOut) {
+TEST(HiscoreString, RoundTripsUnderBothKeysAndSaysWhyATextDoesNotCheckOut) {
     const Hiscores table = Sample();
+    Hiscores big = table;
+    big[5] = {"BIG", 1, 1E17};  // written as 1E+17
+    for (const std::int16_t setKey : {DefaultSetKey, OtherSetKey}) {
+        const auto parsed = tolva::ParseHiscoreString(big.MakeHiscoreString(setKey), setKey);
+        ASSERT_TRUE(parsed.Ok()) << tolva::Describe(parsed.Problem);
+        EXPECT_EQ(parsed.Entries, big.Entries);
+    }
     const std::int16_t key = DefaultSetKey;
     const std::string plain = DecryptNumber(table.MakeHiscoreString(key), key);
     const auto parse = [&](const std::string& p) { return tolva::ParseHiscoreString(EncryptNumber(p, key), key).Problem; };
