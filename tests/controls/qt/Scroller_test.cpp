@@ -255,7 +255,7 @@ TEST(Scroller, TrackPressJumpsTheKnobAndTurnsIntoADragThatKeepsTrackPressed) {
     EXPECT_EQ(s.Events, (Seen{"scroll 100", "scroll 100", "scroll 0", "scroll 60", "up 1,0,0,7"}));
     EXPECT_FALSE(s.Control.KnobDragging());
     EXPECT_TRUE(s.Control.TrackPressed());   // the release was the knob's
-    Move(&s.Control, {50, 7}, Qt::NoButton);   // a move after the release drags nothing
+    Move(s.Knob(), {50, 7}, Qt::NoButton);   // a move after the release drags nothing
     EXPECT_DOUBLE_EQ(s.Control.KnobPos(), 120);
 
     // Until a release lands on the track, a value from outside does not move the knob.
