@@ -232,29 +232,6 @@ TEST(Scroller, BuiltInKnobsAndSizeToKnob) {
     EXPECT_EQ(s.Knob()->size(), QSize(21, 11));
 }
 
-TEST(Scroller, DraggingPastEitherEndStopsThereAndScrollsOnEveryMove) {
-    Slider s;
-    s.Control.SetValue(50);   // knob at 100
-    s.Events.clear();
-    Press(s.Knob(), {5, 10});
-    EXPECT_TRUE(s.Control.KnobDragging());
-    Move(s.Knob(), {45, 10});          // 140
-    EXPECT_EQ(s.Control.Value(), 70);
-    Move(s.Knob(), {150, 10});         // past the far end
-    EXPECT_DOUBLE_EQ(s.Control.KnobPos(), 200);
-    EXPECT_EQ(s.Knob()->x(), 200);
-    Move(s.Knob(), {90, 10});          // further still: stays, Scroll all the same
-    Move(s.Knob(), {-400, 10});        // past the near end
-    EXPECT_DOUBLE_EQ(s.Control.KnobPos(), 0);
-    Release(s.Knob(), {-400, 10});
-    EXPECT_FALSE(s.Control.KnobDragging());
-    // Each move's value step raises Scroll; the value setter does not move the knob back.
-    EXPECT_EQ(s.Events, (Seen{"down 1,0,5,10", "scroll 70", "scroll 100", "scroll 100", "scroll 0", "up 1,0,-400,10"}));
-    // A move after the release drags nothing.
-    Move(s.Knob(), {50, 10}, Qt::NoButton);
-    EXPECT_DOUBLE_EQ(s.Control.KnobPos(), 0);
-}
-
 TEST(Scroller, TrackPressJumpsTheKnobAndTurnsIntoADragThatKeepsTrackPressed) {
     Slider s;
     Press(&s.Control, {60.5, 7}, Qt::LeftButton, Qt::ShiftModifier);
@@ -263,12 +240,19 @@ TEST(Scroller, TrackPressJumpsTheKnobAndTurnsIntoADragThatKeepsTrackPressed) {
     EXPECT_TRUE(s.Control.KnobDragging());
     // MouseDown twice: the knob's press at 0, 0 first, then the track's own.
     EXPECT_EQ(s.Events, (Seen{"scroll 28", "down 1,0,0,0", "down 1,1,60,7"}));
-    // The stroke drags the knob: its left edge goes where the mouse is.
+    // The stroke drags the knob: its left edge goes where the mouse is, it stops at either
+    // end, and each move raises Scroll, also where the knob stays.
     s.Events.clear();
+    Move(&s.Control, {400, 7});
+    EXPECT_DOUBLE_EQ(s.Control.KnobPos(), 200);
+    EXPECT_EQ(s.Knob()->x(), 200);
+    Move(&s.Control, {300, 7});
+    Move(&s.Control, {-400, 7});
+    EXPECT_DOUBLE_EQ(s.Control.KnobPos(), 0);
     Move(&s.Control, {120, 7});
     EXPECT_DOUBLE_EQ(s.Control.KnobPos(), 120);
     Release(&s.Control, {120, 7});
-    EXPECT_EQ(s.Events, (Seen{"scroll 60", "up 1,0,0,7"}));
+    EXPECT_EQ(s.Events, (Seen{"scroll 100", "scroll 100", "scroll 0", "scroll 60", "up 1,0,0,7"}));
     EXPECT_FALSE(s.Control.KnobDragging());
     EXPECT_TRUE(s.Control.TrackPressed());   // the release was the knob's
 
@@ -281,6 +265,8 @@ TEST(Scroller, TrackPressJumpsTheKnobAndTurnsIntoADragThatKeepsTrackPressed) {
     Release(&s.Control, {30, 7}, Qt::RightButton);
     EXPECT_FALSE(s.Control.TrackPressed());
     s.Control.SetValue(10);
+    EXPECT_DOUBLE_EQ(s.Control.KnobPos(), 20);
+    Move(s.Knob(), {50, 7}, Qt::NoButton);   // a move after the release drags nothing
     EXPECT_DOUBLE_EQ(s.Control.KnobPos(), 20);
 }
 

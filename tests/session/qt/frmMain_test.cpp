@@ -213,6 +213,16 @@ TEST(frmMain, TheRightButtonOnTheBoardIsTheBoardsAndOnTheSurfaceOpensGame) {
     ASSERT_TRUE(StartNewGame(app));
     TolvaBoard& board = app.Board();
     const int bottom = board.xBricks() - 1;
+    // The three menus and their entries in order. The jump list is made when it opens (see
+    // below); the level sets are those found.
+    EXPECT_EQ(MenuTree(window.GameMenu()), "New game\nResume saved game\n-\nUndo\n-\nEnter level-code...\n-\n"
+                                           "Change level-set\n  Default [x]\n-\nEnd game\nSave game and quit\n-\n"
+                                           "Help...\n-\nExit\n");
+    EXPECT_EQ(MenuTree(window.OptionsMenu()), "Settings...\nShow group under pointer [x]\n-\nLevels statistics...\n-\n"
+                                              "Hiscore\n  Show Internet hiscores\n  -\n  Submit to Internet Hiscores\n"
+                                              "  -\n  Export hiscore file...\n");
+    EXPECT_EQ(MenuTree(window.CheatMenuHead()), "Jump to level\nPlay Sound...\nAutoplay (TESTMODE) [ ]\nGive bonus\n-\n"
+                                                "PC-SPEAKER ENABLED ON EVENTS [x]\n");
 
     // The right button on the board is the board's (in cheat mode it takes the brick away),
     // and opens no menu.
@@ -452,22 +462,6 @@ TEST(frmMain, TheHuntDelayReachesTheBoardOnlyWhenTheSettingsClose) {
     EXPECT_EQ(updateWhileOpen, 300);
     EXPECT_EQ(huntWhileOpen, 0);
     EXPECT_EQ(app.Board().HuntDelay, 40);
-}
-
-TEST(frmMain, TheThreeMenusHoldTheirEntriesInOrder) {
-    TestGame t("[main]\r\nanidraw=0\r\nplaysounds=0\r\n");
-    auto& [folder, loop, dialogs, app] = t;
-    ASSERT_TRUE(app.Start(1));
-    frmMain& window = app.Window();
-    // The jump list is made when it opens (see below); the level sets are those found.
-    EXPECT_EQ(MenuTree(window.GameMenu()), "New game\nResume saved game\n-\nUndo\n-\nEnter level-code...\n-\n"
-                                           "Change level-set\n  Default [x]\n-\nEnd game\nSave game and quit\n-\n"
-                                           "Help...\n-\nExit\n");
-    EXPECT_EQ(MenuTree(window.OptionsMenu()), "Settings...\nShow group under pointer [x]\n-\nLevels statistics...\n-\n"
-                                              "Hiscore\n  Show Internet hiscores\n  -\n  Submit to Internet Hiscores\n"
-                                              "  -\n  Export hiscore file...\n");
-    EXPECT_EQ(MenuTree(window.CheatMenuHead()), "Jump to level\nPlay Sound...\nAutoplay (TESTMODE) [ ]\nGive bonus\n-\n"
-                                                "PC-SPEAKER ENABLED ON EVENTS [x]\n");
 }
 
 TEST(frmMain, TheStartUpWordsAnywhereOnTheCommandLineTurnOnCheatModeAndKeepTheScore) {
