@@ -68,7 +68,9 @@ TEST(frmAbout, StandsOverTheBoardRollsTheCreditsPausesOpensTheAddressAndCloses) 
     ASSERT_GT(lines.size(), 10u);
     EXPECT_EQ(lines[0] + lines[1] + lines.back(), "TOLVA IIv1.2.3 E N D");
     for (const std::string& line : lines)
-        if (line.find('@') != std::string::npos) EXPECT_EQ(line.substr(line.size() - 12), "@example.org") << line;
+        if (line.find('@') != std::string::npos) {
+            EXPECT_EQ(line.substr(line.size() - 12), "@example.org") << line;
+        }
     EXPECT_TRUE(s.IsScrolling());
     const float start = s.ScrollY();
     a.Loop.Advance(400);
