@@ -23,6 +23,10 @@ using namespace tolva::testing;
 
 namespace {
 
+// The settings most of these games are played with: the board closes up at once, and no
+// sound or animation plays.
+const char* const StillAndSilent = "[main]\r\nanidraw=0\r\nplaysounds=0\r\nplayanimations=0\r\n";
+
 // The Options button: the button right under the one that opens the Game menu.
 Ebutton* OptionsButton(frmMain& window) {
     const auto buttons = window.findChildren<Ebutton*>(QString(), Qt::FindDirectChildrenOnly);
@@ -114,7 +118,7 @@ TEST(frmMain, ThePicturesOnlyAGameShowsWaitForTheWindowOrTheirFirstShowing) {
 }
 
 TEST(frmMain, AGamePlayedWithTheMouseClearsALevelAndEnds) {
-    TestGame t("[main]\r\nanidraw=0\r\nplaysounds=0\r\nplayanimations=0\r\n");
+    TestGame t(StillAndSilent);
     auto& [folder, loop, dialogs, app] = t;
     frmMain& window = app.Window();
     ASSERT_TRUE(StartNewGame(app));
@@ -159,7 +163,7 @@ TEST(frmMain, QuittingARunningGameAsksAndCancelKeepsItAndTheFiles) {
 }
 
 TEST(frmMain, ASpellIsArmedFromItsButtonAndFiredOnTheBoard) {
-    TestGame t("[main]\r\nanidraw=0\r\nplaysounds=0\r\nplayanimations=0\r\n");
+    TestGame t(StillAndSilent);
     auto& [folder, loop, dialogs, app] = t;
     frmMain& window = app.Window();
     ASSERT_TRUE(StartNewGame(app));
@@ -207,7 +211,7 @@ TEST(frmMain, KeysStartAGameAndTheKeyWordTogglesCheatMode) {
 }
 
 TEST(frmMain, TheRightButtonOnTheBoardIsTheBoardsAndOnTheSurfaceOpensGame) {
-    TestGame t("[main]\r\nanidraw=0\r\nplaysounds=0\r\nplayanimations=0\r\n");
+    TestGame t(StillAndSilent);
     auto& [folder, loop, dialogs, app] = t;
     frmMain& window = app.Window();
     ASSERT_TRUE(StartNewGame(app));
@@ -289,7 +293,7 @@ TEST(frmMain, TheJumpListIsMadeWhenOpenedAndFollowsTheSet) {
 }
 
 TEST(frmMain, ThePointerOutlinesItsGroupAndTheKeysPlayTheBoard) {
-    TestGame t("[main]\r\nanidraw=0\r\nplaysounds=0\r\nplayanimations=0\r\n");
+    TestGame t(StillAndSilent);
     auto& [folder, loop, dialogs, app] = t;
     frmMain& window = app.Window();
     ASSERT_TRUE(StartNewGame(app));
@@ -339,7 +343,7 @@ TEST(frmMain, ThePointerOutlinesItsGroupAndTheKeysPlayTheBoard) {
 }
 
 TEST(frmMain, CtrlZAndBackspaceTakeMovesBackAndTheGameMenuFollows) {
-    TestGame t("[main]\r\nanidraw=0\r\nplaysounds=0\r\nplayanimations=0\r\n");
+    TestGame t(StillAndSilent);
     auto& [folder, loop, dialogs, app] = t;
     frmMain& window = app.Window();
     ASSERT_TRUE(app.Start(1));
